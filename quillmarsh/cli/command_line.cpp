@@ -1,0 +1,198 @@
+#include "quillmarsh/cli/command_line.h"
+
+#include <CLI/CLI.hpp>
+#include <functional>
+#include <ostream>
+#include <sstream>
+
+#include "quillmarsh/cli/figure_command.h"
+#include "quillmarsh/cli/list_command.h"
+#include "quillmarsh/cli/sample_command.h"
+#include "quillmarsh/cli/show_command.h"
+#include "quillmarsh/cli/trace_command.h"
+#include "quillmarsh/cli/user_error.h"
+#include "vetlo/platform/failure.h"
+
+namespace quillmarsh {
+namespace {
+
+// The streams that a command writes to, and what the arguments have asked for.
+struct Program {
+  std::ostream& out;
+  std::ostream& err;
+  std::function<void()> run;
+};
+
+void AddParameters(CLI::App& command, std::optional<std::string>& first,
+                   std::optional<std::string>& second) {
+  command.add_option("--parameter1", first, "the subject of a history, such as an account number");
+  command.add_option("--parameter2", second, "the second subject, such as a sub-category number");
+}
+
+void AddToday(CLI::App& command, std::string& today) {
+  command.add_option("--today", today, "draw as of this day, YYYY-MM-DD (default: today)");
+}
+
+void AddSample(CLI::App& app, Program& program) {
+  auto arguments = std::make_shared<SampleArguments>();
+  CLI::App* const command = app.add_subcommand(
+      "sample",
+      "Write an invented household to try the reports on: accounts of all kinds, "
+      "transactions, investments, budgets and scheduled payments.");
+  command->add_option("FILE", arguments->file, "the store file to write")->required();
+  command->add_option("--years", arguments->years, "years of history, 1 to 60")
+      ->capture_default_str();
+  command
+      ->add_option("--transactions", arguments->transactions,
+                   "about how many transactions, 200 to 2000000")
+      ->capture_default_str();
+  command->add_option("--seed", arguments->seed, "another number gives another household")
+      ->capture_default_str();
+  command->add_option("--until", arguments->until,
+                      "the last day of the history, YYYY-MM-DD (default: today); the same seed and "
+                      "day give the same file");
+  command->add_flag("--force", arguments->force, "replace a file that is there already");
+  command->callback([&program, arguments] {
+    program.run = [&program, arguments] { SampleCommand(*arguments, program.out, program.err); };
+  });
+}
+
+void AddList(CLI::App& app, Program& program) {
+  auto store = std::make_shared<std::string>();
+  CLI::App* const command =
+      app.add_subcommand("list", "List the reports and charts that a store has settings for.");
+  command->add_option("FILE", *store, "the store file")->required();
+  command->callback(
+      [&program, store] { program.run = [&program, store] { ListCommand(*store, program.out); }; });
+}
+
+void AddShow(CLI::App& app, Program& program) {
+  auto arguments = std::make_shared<ShowArguments>();
+  CLI::App* const command =
+      app.add_subcommand("show", "Draw a report or chart of the list, as its settings say.");
+  command->add_option("FILE", arguments->store, "the store file")->required();
+  command->add_option("ROW", arguments->row, "its number or its name in the list")->required();
+  AddToday(*command, arguments->today);
+  AddParameters(*command, arguments->parameter1, arguments->parameter2);
+  command->callback([&program, arguments] {
+    program.run = [&program, arguments] { ShowCommand(*arguments, program.out); };
+  });
+}
+
+void AddReport(CLI::App& app, Program& program) {
+  auto arguments = std::make_shared<ReportArguments>();
+  CLI::App* const command = app.add_subcommand(
+      "report", "Draw a report by its report number, 1 to 59, with settings of the moment.");
+  command->add_option("FILE", arguments->store, "the store file")->required();
+  command->add_option("NUMBER", arguments->number, "the report number")->required();
+  command->add_flag("--chart", arguments->chart, "as a chart");
+  command->add_option("--kind", arguments->kind, "the kind of chart: line, bar or pie");
+  command->add_option("--title", arguments->title, "the title (default: the report's own)");
+  command->add_option("--range", arguments->range,
+                      "the date range: 0 to 15, or a name such as current-month, previous-year, "
+                      "last-n-months, custom-dates");
+  command->add_option("--n", arguments->n, "how many days or months, for last-n-days and -months");
+  command->add_option("--from", arguments->from, "the first day, YYYY-MM-DD, for custom-dates");
+  command->add_option("--to", arguments->to,
+                      "the last day, YYYY-MM-DD, for custom-dates and up-to-a-date");
+  AddToday(*command, arguments->today);
+  AddParameters(*command, arguments->parameter1, arguments->parameter2);
+  command->callback([&program, arguments] {
+    program.run = [&program, arguments] { ReportCommand(*arguments, program.out); };
+  });
+}
+
+void AddTrace(CLI::App& app, Program& program) {
+  auto arguments = std::make_shared<TraceArguments>();
+  CLI::App* const command = app.add_subcommand(
+      "trace",
+      "Draw a settings row on objects that only record, and print what was done to them "
+      "as JSON Lines. For whoever writes a host.");
+  command->add_option("STORE", arguments->store, "the store file")->required();
+  command->add_option("ROW", arguments->row, "the number of the settings row")->required();
+  AddToday(*command, arguments->today);
+  AddParameters(*command, arguments->parameter1, arguments->parameter2);
+  command->add_flag("--store", arguments->store_events, "tell the store's events too");
+  command->callback([&program, arguments] {
+    program.run = [&program, arguments] { TraceCommand(*arguments, program.out); };
+  });
+}
+
+void AddFigure(CLI::App& app, Program& program) {
+  auto arguments = std::make_shared<FigureArguments>();
+  std::string names;
+  for (const std::string& name : FigureOperations()) {
+    names += (names.empty() ? "" : ", ") + name;
+  }
+  CLI::App* const command = app.add_subcommand("figure", "Print one plain figure of a store.");
+  command->add_option("STORE", arguments->store, "the store file")->required();
+  command->add_option("OPERATION", arguments->operation, "one of " + names)->required();
+  command->add_option("--from", arguments->from, "the first day, YYYY-MM-DD (default: open)");
+  command->add_option("--to", arguments->to, "the last day, YYYY-MM-DD (default: open)");
+  command->add_option("--format", arguments->format, "text or json")->capture_default_str();
+  command->callback([&program, arguments] {
+    program.run = [&program, arguments] { FigureCommand(*arguments, program.out); };
+  });
+}
+
+// The first line of a text: an error is one line.
+std::string OneLine(const std::string& text) { return text.substr(0, text.find('\n')); }
+
+int Misused(const CLI::App& app, const CLI::ParseError& error, Program& program) {
+  std::ostringstream out;
+  std::ostringstream err;
+  if (app.exit(error, out, err) == 0) {
+    program.out << out.str();
+    return kExitDone;
+  }
+  program.err << "quillmarsh: " << OneLine(error.what())
+              << " ('quillmarsh --help' shows what there is)\n";
+  return kExitMisused;
+}
+
+int Run(Program& program) {
+  try {
+    program.run();
+    program.out.flush();
+    return kExitDone;
+  } catch (const UserError& error) {
+    program.err << "quillmarsh: " << OneLine(error.what()) << "\n";
+  } catch (const vetlo::Failure& failure) {
+    program.err << "quillmarsh: the store cannot be used: failure " << failure.number() << " "
+                << OneLine(failure.what()) << "\n";
+  } catch (const std::bad_alloc&) {
+    program.err << "quillmarsh: there is not enough memory\n";
+  }
+  return kExitFailed;
+}
+
+}  // namespace
+
+int RunCommandLine(int argc, const char* const* argv, std::ostream& out, std::ostream& err) {
+  Program program{out, err, {}};
+  CLI::App app{
+      "Quillmarsh shows where a household's money is: 59 reports and charts over one "
+      "store file.",
+      "quillmarsh"};
+  app.footer(
+      "Try:  quillmarsh sample home.qm\n"
+      "      quillmarsh list home.qm\n"
+      "      quillmarsh show home.qm \"Net Worth\"\n"
+      "'quillmarsh COMMAND --help' tells more of a command.");
+  app.set_version_flag("--version", "quillmarsh 3.20");
+  app.require_subcommand(1);
+  AddSample(app, program);
+  AddList(app, program);
+  AddShow(app, program);
+  AddReport(app, program);
+  AddTrace(app, program);
+  AddFigure(app, program);
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    return Misused(app, error, program);
+  }
+  return Run(program);
+}
+
+}  // namespace quillmarsh

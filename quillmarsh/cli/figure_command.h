@@ -1,0 +1,23 @@
+#pragma once
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+namespace quillmarsh {
+
+struct FigureArguments {
+  std::string store;
+  std::string operation;
+  std::string from;
+  std::string to;
+  std::string format = "text";  // or "json"
+};
+
+// The names of the operations, for the help.
+std::vector<std::string> FigureOperations();
+
+// Prints one of the plain figures: the amount as the user reads it, or a line of JSON.
+void FigureCommand(const FigureArguments& arguments, std::ostream& out);
+
+}  // namespace quillmarsh

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "vetlo/store/database.h"
+
+namespace quillmarsh {
+
+// Who wants to know what the component does to a store. Each may be left empty.
+struct StoreObserver {
+  std::function<void(std::string_view source, vetlo::RecordsetType type)> opened;
+  std::function<void(std::string_view source)> closed;
+};
+
+// A store that tells an observer which recordsets were opened and closed.
+// The store must outlive it.
+class ObservedDatabase : public vetlo::Database {
+ public:
+  ObservedDatabase(vetlo::Database& store, StoreObserver observer)
+      : store_(store), observer_(std::move(observer)) {}
+
+  using Database::OpenRecordset;
+  std::unique_ptr<vetlo::Recordset> OpenRecordset(std::string_view strSource,
+                                                  vetlo::RecordsetType type) override;
+  void HoldSnapshot() override { store_.HoldSnapshot(); }
+  void ReleaseSnapshot() noexcept override { store_.ReleaseSnapshot(); }
+  void BeginTrans() override { store_.BeginTrans(); }
+  void CommitTrans() override { store_.CommitTrans(); }
+  void Rollback() noexcept override { store_.Rollback(); }
+  vetlo::Database& Unobserved() override { return store_; }
+
+ private:
+  vetlo::Database& store_;
+  StoreObserver observer_;
+};
+
+}  // namespace quillmarsh

@@ -1,0 +1,124 @@
+#include "quillmarsh/cli/sample_command.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <ostream>
+
+#include "quillmarsh/cli/arguments.h"
+#include "quillmarsh/cli/user_error.h"
+#include "quillmarsh/sample/household.h"
+#include "quillmarsh/terminal/locale.h"
+#include "quillmarsh/terminal/safe_text.h"
+#include "quillmarsh/terminal/terminal_platform.h"
+#include "vetlo/platform/failure.h"
+#include "vetlo/services/common_services.h"
+
+namespace quillmarsh {
+namespace {
+
+bool IsThere(const std::string& path) {
+  struct stat facts = {};
+  return lstat(path.c_str(), &facts) == 0;
+}
+
+// A file beside the one asked for, which takes its name when it is whole and is removed otherwise.
+class FileInTheMaking {
+ public:
+  explicit FileInTheMaking(const std::string& target)
+      : target_(target), path_(target + ".making-" + std::to_string(getpid())) {}
+  ~FileInTheMaking() {
+    if (!done_) {
+      unlink(path_.c_str());
+    }
+  }
+  FileInTheMaking(const FileInTheMaking&) = delete;
+  FileInTheMaking& operator=(const FileInTheMaking&) = delete;
+
+  [[nodiscard]] const std::string& path() const { return path_; }
+
+  // Where nothing may be replaced, a file that has come up meanwhile is not replaced either.
+  void TakeName(bool replace) {
+    const int result = replace ? std::rename(path_.c_str(), target_.c_str())
+                               : link(path_.c_str(), target_.c_str());
+    if (result != 0) {
+      throw UserError("cannot write '" + SafeText(target_) + "': " + std::strerror(errno));
+    }
+    done_ = replace;
+  }
+
+ private:
+  std::string target_;
+  std::string path_;
+  bool done_ = false;
+};
+
+std::vector<SettingsDefaults> CatalogueRows() {
+  std::vector<SettingsDefaults> rows;
+  for (const vetlo::ReportDefaults& entry : vetlo::AllReportDefaults()) {
+    rows.push_back({entry.number, entry.has_report, entry.has_chart, entry.chart_type, entry.legend,
+                    static_cast<std::int32_t>(entry.range), entry.RangeNumber(),
+                    std::string(entry.title)});
+  }
+  return rows;
+}
+
+template <typename Number>
+void RequireWithin(const std::string& option, std::int64_t value, Number least, Number most) {
+  if (value < least || value > most) {
+    throw UserError(option + " takes a number from " + std::to_string(least) + " to " +
+                    std::to_string(most));
+  }
+}
+
+// Progress is for a person who waits.
+std::function<void(std::int64_t, std::int64_t)> ProgressOn(std::ostream& err,
+                                                           std::int64_t transactions) {
+  constexpr std::int64_t kWorthWaitingFor = 50'000;
+  if (isatty(STDERR_FILENO) == 0 || transactions < kWorthWaitingFor) {
+    return {};
+  }
+  return [&err](std::int64_t done, std::int64_t all) {
+    err << "\r" << done * 100 / (all > 0 ? all : 1) << "% of " << all << " transactions"
+        << (done >= all ? "\n" : "") << std::flush;
+  };
+}
+
+vetlo::Date LastDay(const std::string& until) {
+  return until.empty() ? vetlo::DayOf(TerminalPlatform(vetlo::NumberLocale{}).Now())
+                       : DateArgument("--until", until);
+}
+
+}  // namespace
+
+void SampleCommand(const SampleArguments& arguments, std::ostream& out, std::ostream& err) {
+  RequireWithin("--years", arguments.years, kFewestYears, kMostYears);
+  RequireWithin("--transactions", arguments.transactions, kFewestTransactions, kMostTransactions);
+  const std::string name = "'" + SafeText(arguments.file) + "'";
+  if (!arguments.force && IsThere(arguments.file)) {
+    throw UserError(name + " is there already; --force replaces it");
+  }
+  HouseholdPlan plan;
+  plan.years = static_cast<std::int32_t>(arguments.years);
+  plan.transactions = arguments.transactions;
+  plan.seed = arguments.seed;
+  plan.today = LastDay(arguments.until);
+  plan.catalogue = CatalogueRows();
+  plan.progress = ProgressOn(err, arguments.transactions);
+  FileInTheMaking file(arguments.file);
+  try {
+    vetlo::StoreBuilder store(file.path());
+    WriteHousehold(store, plan);
+    store.Finish();
+  } catch (const vetlo::Failure& failure) {
+    throw UserError("cannot write " + name + ": " + failure.what());
+  }
+  file.TakeName(arguments.force);
+  out << "Wrote " << name << ": " << plan.years << (plan.years == 1 ? " year" : " years")
+      << " up to " << vetlo::IsoDateText(plan.today) << ".\n";
+}
+
+}  // namespace quillmarsh

@@ -1,0 +1,130 @@
+#include "quillmarsh/cli/settings_rows.h"
+
+#include <algorithm>
+
+#include "quillmarsh/cli/arguments.h"
+#include "quillmarsh/cli/user_error.h"
+#include "quillmarsh/terminal/safe_text.h"
+#include "vetlo/output/date_range_caption.h"
+#include "vetlo/platform/display.h"
+#include "vetlo/services/common_services.h"
+#include "vetlo/store/model.h"
+
+namespace quillmarsh {
+namespace {
+
+using vetlo::Recordset;
+using vetlo::Variant;
+
+// A row that somebody damaged is listed as far as it can be read.
+std::int32_t LongOr(Recordset& rec, std::string_view field, std::int32_t otherwise) {
+  const Variant value = rec.Fields(field);
+  return vetlo::IsNull(value) ? otherwise : vetlo::ToLong(value);
+}
+
+std::string TextOrNone(Recordset& rec, std::string_view field) {
+  const Variant value = rec.Fields(field);
+  return vetlo::IsNull(value) ? "" : vetlo::ToText(value);
+}
+
+SettingsRowFacts ReadRow(Recordset& rec) {
+  SettingsRowFacts row;
+  row.number = vetlo::LongField(rec, "ChartReportSubTypeNumber");
+  row.name = TextOrNone(rec, "ChartReportSubTypeName");
+  if (row.name.empty()) {
+    row.name = TextOrNone(rec, "Title");
+  }
+  row.group = LongOr(rec, "ChartReportType", 0);
+  row.report_number = LongOr(rec, "ChartReportSubTypeAttr", 0);
+  row.output = LongOr(rec, "ChartOrReportType", 1);
+  row.chart_type = LongOr(rec, "ChartType", vetlo::kNothingChosen);
+  row.range = LongOr(rec, "DateRangeType", 0);
+  row.range_number = LongOr(rec, "DateRangeExtInfo", 1);
+  row.from = rec.Fields("FromDate");
+  row.to = rec.Fields("ToDate");
+  return row;
+}
+
+std::string NumbersOf(const std::vector<SettingsRowFacts>& rows) {
+  std::string numbers;
+  for (const SettingsRowFacts& row : rows) {
+    numbers += (numbers.empty() ? "" : ", ") + std::to_string(row.number);
+  }
+  return numbers;
+}
+
+vetlo::Date DateOr(const Variant& value, vetlo::Date otherwise) {
+  return vetlo::IsNull(value) ? otherwise : vetlo::ToDate(value);
+}
+
+}  // namespace
+
+std::vector<SettingsRowFacts> ReadSettingsRows(vetlo::Database& store) {
+  std::vector<SettingsRowFacts> rows;
+  vetlo::ForEachRowOf(store, "ChartReportSubType",
+                      [&](Recordset& rec) { rows.push_back(ReadRow(rec)); });
+  return rows;
+}
+
+SettingsRowFacts FindSettingsRow(vetlo::Database& store, const std::string& row) {
+  const auto rows = ReadSettingsRows(store);
+  const auto number = WholeNumber(row);
+  std::vector<SettingsRowFacts> found;
+  std::ranges::copy_if(rows, std::back_inserter(found), [&](const SettingsRowFacts& facts) {
+    return number ? facts.number == *number : facts.name == row;
+  });
+  if (found.empty()) {
+    std::ranges::copy_if(rows, std::back_inserter(found), [&](const SettingsRowFacts& facts) {
+      return vetlo::EqualsIgnoringCase(facts.name, row);
+    });
+  }
+  const std::string asked = "'" + SafeText(row) + "'";
+  if (found.empty()) {
+    throw UserError("the store has no report " + asked + "; 'quillmarsh list' shows those it has");
+  }
+  if (found.size() > 1) {
+    throw UserError("more than one report is called " + asked +
+                    "; name one by its number: " + NumbersOf(found));
+  }
+  return found.front();
+}
+
+std::string FormText(const SettingsRowFacts& row) {
+  if (row.output == static_cast<std::int32_t>(vetlo::ChartOrReport::kReport)) {
+    return "report";
+  }
+  if (row.output != static_cast<std::int32_t>(vetlo::ChartOrReport::kChart)) {
+    return "nothing";
+  }
+  switch (row.chart_type) {
+    case vetlo::kLineChart:
+      return "line chart";
+    case vetlo::kBarChart:
+      return "bar chart";
+    case vetlo::kPieChart:
+      return "pie chart";
+    default:
+      return "chart";
+  }
+}
+
+std::string RangeText(const SettingsRowFacts& row) {
+  const vetlo::DateRangeFacts* const facts = vetlo::Services().DateRangeInfo(row.range);
+  if (facts == nullptr) {
+    return "All Dates";
+  }
+  if (facts->takes_number) {
+    return std::string(facts->words_before) + " " + std::to_string(row.range_number) + " " +
+           std::string(facts->words_behind);
+  }
+  if (facts->end_editable) {
+    const vetlo::Date earliest = vetlo::Services().EarliestDate();
+    const vetlo::Date from = facts->start_editable ? DateOr(row.from, earliest) : earliest;
+    const std::string caption =
+        vetlo::DateRangeCaption(from, DateOr(row.to, vetlo::Services().LatestDate()));
+    return caption.empty() ? "All Dates" : caption;
+  }
+  return std::string(facts->name);
+}
+
+}  // namespace quillmarsh

@@ -1,0 +1,203 @@
+#include "quillmarsh/cli/show_command.h"
+
+#include <array>
+#include <map>
+#include <ostream>
+
+#include "quillmarsh/cli/arguments.h"
+#include "quillmarsh/cli/momentary_row.h"
+#include "quillmarsh/cli/settings_rows.h"
+#include "quillmarsh/cli/store_file.h"
+#include "quillmarsh/cli/user_error.h"
+#include "quillmarsh/terminal/chart_text.h"
+#include "quillmarsh/terminal/locale.h"
+#include "quillmarsh/terminal/report_text.h"
+#include "quillmarsh/terminal/terminal_platform.h"
+#include "quillmarsh/terminal/terminal_size.h"
+#include "quillmarsh/terminal/text_width.h"
+#include "vetlo/frame/tamo.h"
+#include "vetlo/output/chart_model.h"
+#include "vetlo/output/document.h"
+#include "vetlo/platform/failure.h"
+#include "vetlo/services/common_services.h"
+
+namespace quillmarsh {
+namespace {
+
+using vetlo::DateRange;
+using vetlo::ReportDefaults;
+using vetlo::Variant;
+
+// What the subject of a history is, for whoever has not named one.
+std::string_view SubjectOf(std::int32_t report_number) {
+  switch (report_number) {
+    case 25:
+      return "an account: --parameter1 its AccountNumber";
+    case 26:
+      return "an investment account: --parameter1 its AccountNumber";
+    case 27:
+      return "an investment: --parameter1 its AccountItemNumber";
+    case 28:
+      return "a payee: --parameter1 its PayeeNumber";
+    case 29:
+      return "a category: --parameter1 its CategoryNumber, or --parameter2 a SubCategoryNumber";
+    case 30:
+      return "a classification item: --parameter1 its number, or --parameter2 a sub-item's";
+    default:
+      return {};
+  }
+}
+
+struct Parameters {
+  Variant first;
+  Variant second;
+};
+
+Parameters GivenParameters(const std::optional<std::string>& first,
+                           const std::optional<std::string>& second) {
+  return {ParameterArgument(first), ParameterArgument(second)};
+}
+
+void RequireSubject(std::int32_t report_number, const Parameters& parameters) {
+  const std::string_view subject = SubjectOf(report_number);
+  const bool given = !vetlo::IsEmpty(parameters.first) || !vetlo::IsEmpty(parameters.second);
+  if (!subject.empty() && !given) {
+    throw UserError("report number " + std::to_string(report_number) + " is the history of " +
+                    std::string(subject));
+  }
+}
+
+// Draws one row in the terminal.
+void Draw(vetlo::Database& store, vetlo::Recordset& rows, std::int32_t row,
+          const Parameters& parameters, const std::string& today, std::ostream& out) {
+  TerminalPlatform platform(EnvironmentLocale(), TodayArgument(today));
+  const std::size_t columns = TerminalColumns();
+  vetlo::ChartModel chart(static_cast<float>(columns) * kTwipsPerCell);
+  vetlo::Document report;
+  vetlo::clsTamo component(platform);
+  try {
+    component.ShowChartReport(store, rows, row, &chart, &report, parameters.first,
+                              parameters.second);
+  } catch (const vetlo::Failure& failure) {
+    throw UserError("the report could not be drawn: failure " + std::to_string(failure.number()) +
+                    " " + failure.what());
+  }
+  if (chart.Visible()) {
+    out << RenderChart(chart, columns, platform.Locale());
+  } else if (report.Visible()) {
+    out << RenderReport(report, columns);
+  } else {
+    throw UserError("the row asks for neither a report nor a chart");
+  }
+}
+
+// ---- settings of the moment
+
+const ReportDefaults& DefaultsOf(const std::string& number) {
+  const auto asked = WholeNumber(number);
+  const ReportDefaults* const defaults =
+      asked ? vetlo::Services().ChartReportSetting(*asked) : nullptr;
+  if (defaults == nullptr) {
+    throw UserError("NUMBER is a report number from 1 to 59, not '" + number + "'");
+  }
+  return *defaults;
+}
+
+std::int32_t KindArgument(const std::string& kind) {
+  constexpr std::array<std::pair<std::string_view, std::int32_t>, 3> kKinds = {
+      {{"line", vetlo::kLineChart}, {"bar", vetlo::kBarChart}, {"pie", vetlo::kPieChart}}};
+  for (const auto& [name, number] : kKinds) {
+    if (name == kind) {
+      return number;
+    }
+  }
+  throw UserError("--kind takes line, bar or pie, not '" + kind + "'");
+}
+
+struct ChosenRange {
+  DateRange range;
+  std::int32_t number = 1;
+  Variant from = vetlo::Null{};
+  Variant to = vetlo::Null{};
+};
+
+std::int32_t RangeNumberArgument(const std::string& text) {
+  const auto number = WholeNumber(text);
+  if (!number || *number < 1) {
+    throw UserError("--n takes a whole number from 1, not '" + text + "'");
+  }
+  return *number;
+}
+
+Variant DateOrOpen(const std::string& option, const std::string& text) {
+  return text.empty() ? Variant(vetlo::Null{}) : Variant(DateArgument(option, text));
+}
+
+// Dates without a range mean custom dates.
+ChosenRange RangeOf(const ReportArguments& arguments, const ReportDefaults& defaults) {
+  const bool dated = !arguments.from.empty() || !arguments.to.empty();
+  const DateRange unnamed = dated ? DateRange::kCustomDates : defaults.range;
+  ChosenRange chosen{arguments.range.empty() ? unnamed : RangeArgument(arguments.range)};
+  const auto& facts = *vetlo::Services().DateRangeInfo(static_cast<std::int32_t>(chosen.range));
+  if (arguments.n && !facts.takes_number) {
+    throw UserError("--n goes with --range last-n-days or last-n-months");
+  }
+  if (!arguments.from.empty() && !facts.start_editable) {
+    throw UserError("--from goes with --range custom-dates");
+  }
+  if (!arguments.to.empty() && !facts.end_editable) {
+    throw UserError("--to goes with --range custom-dates or up-to-a-date");
+  }
+  ReportDefaults usual = defaults;
+  usual.range = chosen.range;
+  chosen.number = arguments.n ? RangeNumberArgument(*arguments.n) : usual.RangeNumber();
+  chosen.from = DateOrOpen("--from", arguments.from);
+  chosen.to = DateOrOpen("--to", arguments.to);
+  return chosen;
+}
+
+std::map<std::string, Variant> FieldsOf(const ReportArguments& arguments,
+                                        const ReportDefaults& defaults) {
+  const bool chart = arguments.chart || !arguments.kind.empty();
+  if (chart && !defaults.has_chart) {
+    throw UserError("report number " + std::to_string(defaults.number) + " has no chart");
+  }
+  const ChosenRange range = RangeOf(arguments, defaults);
+  const auto output = chart ? vetlo::ChartOrReport::kChart : vetlo::ChartOrReport::kReport;
+  return {
+      {"Legend", defaults.legend},
+      {"ChartOrReportType", static_cast<std::int32_t>(output)},
+      {"ChartReportSubTypeAttr", defaults.number},
+      {"ChartType", arguments.kind.empty() ? defaults.chart_type : KindArgument(arguments.kind)},
+      {"DateRangeExtInfo", range.number},
+      {"DateRangeType", static_cast<std::int32_t>(range.range)},
+      {"Title", arguments.title.value_or(std::string(defaults.title))},
+      {"ChartReportType", vetlo::kCallerParametersGroup},
+      {"FromDate", range.from},
+      {"ToDate", range.to},
+  };
+}
+
+}  // namespace
+
+void ShowCommand(const ShowArguments& arguments, std::ostream& out) {
+  const Parameters parameters = GivenParameters(arguments.parameter1, arguments.parameter2);
+  const auto store = OpenStoreFile(arguments.store, vetlo::StoreAccess::kReadOnly);
+  const SettingsRowFacts row = FindSettingsRow(*store, arguments.row);
+  if (row.group == vetlo::kCallerParametersGroup) {
+    RequireSubject(row.report_number, parameters);
+  }
+  const auto rows = store->OpenRecordset("ChartReportSubType");
+  Draw(*store, *rows, row.number, parameters, arguments.today, out);
+}
+
+void ReportCommand(const ReportArguments& arguments, std::ostream& out) {
+  const ReportDefaults& defaults = DefaultsOf(arguments.number);
+  const Parameters parameters = GivenParameters(arguments.parameter1, arguments.parameter2);
+  RequireSubject(defaults.number, parameters);
+  MomentaryRow row(FieldsOf(arguments, defaults));
+  const auto store = OpenStoreFile(arguments.store, vetlo::StoreAccess::kReadOnly);
+  Draw(*store, row, MomentaryRow::kNumber, parameters, arguments.today, out);
+}
+
+}  // namespace quillmarsh

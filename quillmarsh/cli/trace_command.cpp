@@ -1,0 +1,102 @@
+#include "quillmarsh/cli/trace_command.h"
+
+#include <ostream>
+
+#include "quillmarsh/cli/arguments.h"
+#include "quillmarsh/cli/event_text.h"
+#include "quillmarsh/cli/observed_database.h"
+#include "quillmarsh/cli/store_file.h"
+#include "quillmarsh/cli/user_error.h"
+#include "quillmarsh/terminal/locale.h"
+#include "quillmarsh/terminal/terminal_platform.h"
+#include "vetlo/frame/tamo.h"
+#include "vetlo/output/recording.h"
+#include "vetlo/platform/failure.h"
+
+namespace quillmarsh {
+namespace {
+
+constexpr float kChartWidth = 12000;  // twips
+
+class TracedPlatform : public TerminalPlatform {
+ public:
+  TracedPlatform(std::optional<vetlo::Date> today, vetlo::EventLog& log)
+      : TerminalPlatform(EnvironmentLocale(), today), log_(log) {}
+
+  void DoEvents() override { log_.Call("host", "DoEvents"); }
+
+ private:
+  vetlo::EventLog& log_;
+};
+
+std::string OpenedText(std::string_view source, vetlo::RecordsetType type) {
+  std::string text = R"({"on":"store","call":"OpenRecordset","source":)" + JsonText(source);
+  if (type != vetlo::RecordsetType::kByDefault) {
+    text += ",\"type\":" + std::to_string(static_cast<std::int32_t>(type));
+  }
+  return text + "}";
+}
+
+std::string ClosedText(std::string_view source) {
+  return R"({"on":"store","call":"Close","source":)" + JsonText(source) + "}";
+}
+
+// The lines of a call, made as the events come in.
+class Trace {
+ public:
+  void TakeEvents(const vetlo::EventLog& log) {
+    for (; taken_ < log.events().size(); ++taken_) {
+      text_ += EventText(log.events()[taken_]) + "\n";
+    }
+  }
+  void Add(const std::string& line) { text_ += line + "\n"; }
+  [[nodiscard]] const std::string& text() const { return text_; }
+
+ private:
+  std::size_t taken_ = 0;
+  std::string text_;
+};
+
+}  // namespace
+
+void TraceCommand(const TraceArguments& arguments, std::ostream& out) {
+  const auto row = WholeNumber(arguments.row);
+  if (!row) {
+    throw UserError("ROW is the number of a settings row, not '" + arguments.row + "'");
+  }
+  vetlo::EventLog log;
+  TracedPlatform platform(TodayArgument(arguments.today), log);
+  const auto store = OpenStoreFile(arguments.store, vetlo::StoreAccess::kReadOnly);
+  Trace trace;
+  StoreObserver observer;
+  if (arguments.store_events) {
+    observer.opened = [&](std::string_view source, vetlo::RecordsetType type) {
+      trace.TakeEvents(log);
+      trace.Add(OpenedText(source, type));
+    };
+    observer.closed = [&](std::string_view source) {
+      trace.TakeEvents(log);
+      trace.Add(ClosedText(source));
+    };
+  }
+  ObservedDatabase observed(*store, observer);
+  vetlo::RecordingWindow window(log);
+  vetlo::PlainContainer frame(&window);
+  vetlo::RecordingChart chart(log, kChartWidth, &frame);
+  vetlo::RecordingReport report(log, &frame);
+  const auto rows = store->OpenRecordset("ChartReportSubType");
+  vetlo::clsTamo component(platform);
+  std::string last = R"({"on":"host","return":false})";
+  try {
+    component.ShowChartReport(observed, *rows, *row, &chart, &report,
+                              ParameterArgument(arguments.parameter1),
+                              ParameterArgument(arguments.parameter2));
+  } catch (const vetlo::Failure& failure) {
+    last = R"({"on":"host","failure":)" + std::to_string(failure.number()) + "}";
+  }
+  trace.TakeEvents(log);
+  trace.Add(last);
+  out << trace.text();
+}
+
+}  // namespace quillmarsh

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "vetlo/output/chart_model.h"
+#include "vetlo/platform/format.h"
+
+namespace quillmarsh {
+
+// The narrowest and the widest that a chart is drawn.
+inline constexpr std::size_t kLeastChartColumns = 40;
+inline constexpr std::size_t kMostChartColumns = 1000;
+
+// A chart drawn with characters, as lines ended by "\n" of at most so many columns (the number
+// brought between the two limits). Whatever the data, something is drawn: a number that is not
+// finite is shown as "?" and takes no room, and a chart without data says so.
+std::string RenderChart(const vetlo::ChartModel& chart, std::size_t columns,
+                        const vetlo::NumberLocale& locale);
+
+}  // namespace quillmarsh

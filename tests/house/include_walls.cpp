@@ -1,0 +1,124 @@
+#include "tests/house/include_walls.h"
+
+#include <algorithm>
+#include <regex>
+#include <sstream>
+
+namespace house {
+namespace {
+
+constexpr std::string_view kStoreEngine = "vetlo/store/sqlite";
+
+// A file outside of all rooms goes in through the door of one.
+constexpr struct {
+  std::string_view file, room;
+} kDoors[] = {{"quillmarsh/main.cpp", "quillmarsh/cli"}};
+
+// What the component's sources do not name: it has neither files nor a terminal, and the clock,
+// the environment and the locale come to it from its host.
+constexpr std::string_view kForbiddenHeaders[] = {"iostream", "fstream", "filesystem", "ctime",
+                                                  "time.h",   "clocale", "locale",     "locale.h",
+                                                  "cstdio",   "stdio.h", "unistd.h"};
+const std::regex kForbiddenWord(
+    R"(\b(getenv|secure_getenv|system_clock|steady_clock|high_resolution_clock)\b)");
+
+bool IsBelow(std::string_view path, std::string_view folder) {
+  return path.size() > folder.size() && path.starts_with(folder) && path[folder.size()] == '/';
+}
+
+bool NamesAHouse(std::string_view include) {
+  return IsBelow(include, "vetlo") || IsBelow(include, "quillmarsh");
+}
+
+std::string HomeOf(std::string_view file, const Rooms& rooms) {
+  for (const auto& door : kDoors) {
+    if (file == door.file) {
+      return std::string(door.room);
+    }
+  }
+  return RoomOf(file, rooms);
+}
+
+// The name in the #include of a line, or nothing.
+std::string IncludeIn(const std::string& line) {
+  static const std::regex kInclude(R"(^\s*#\s*include\s*[<"]([^>"]+)[>"].*)");
+  std::smatch match;
+  return std::regex_match(line, match, kInclude) ? match[1].str() : "";
+}
+
+bool IsOpen(const std::string& home, const std::string& include, const Rooms& rooms) {
+  const std::string asked = RoomOf(include, rooms);
+  return !asked.empty() && !home.empty() && (asked == home || rooms.at(home).contains(asked));
+}
+
+std::string WithoutComment(const std::string& line) { return line.substr(0, line.find("//")); }
+
+}  // namespace
+
+Rooms ReadRooms(const std::string& list) {
+  std::map<std::string, std::string> folder_of_target;
+  for (const std::string& line : Lines(list)) {
+    const std::string folder = line.substr(0, line.find(':'));
+    std::string target = folder;
+    std::replace(target.begin(), target.end(), '/', '_');
+    folder_of_target[target] = folder;
+  }
+  Rooms rooms;
+  for (const std::string& line : Lines(list)) {
+    const std::size_t colon = line.find(':');
+    std::set<std::string>& links = rooms[line.substr(0, colon)];
+    std::istringstream targets(line.substr(std::min(colon, line.size() - 1) + 1));
+    for (std::string target; targets >> target;) {
+      links.insert(folder_of_target[target]);
+    }
+  }
+  return rooms;
+}
+
+std::string RoomOf(std::string_view path, const Rooms& rooms) {
+  std::string longest;
+  for (const auto& [folder, links] : rooms) {
+    if (IsBelow(path, folder) && folder.size() > longest.size()) {
+      longest = folder;
+    }
+  }
+  return longest;
+}
+
+std::vector<std::string> CrossedWalls(const SourceFile& file, const Rooms& rooms) {
+  const std::string home = HomeOf(file.path, rooms);
+  std::vector<std::string> crossed;
+  for (const std::string& line : Lines(file.text)) {
+    const std::string include = IncludeIn(line);
+    const bool sideways = include.starts_with("./") || include.find("../") != std::string::npos;
+    if (sideways || (NamesAHouse(include) && !IsOpen(home, include, rooms))) {
+      crossed.push_back(file.path + " includes " + include);
+    }
+  }
+  return crossed;
+}
+
+std::vector<std::string> ForbiddenUses(const SourceFile& file) {
+  if (IsBelow(file.path, kStoreEngine)) {
+    return {};
+  }
+  std::vector<std::string> uses;
+  for (const std::string& line : Lines(file.text)) {
+    const std::string include = IncludeIn(line);
+    const bool component = IsBelow(file.path, "vetlo");
+    const bool forbidden =
+        component && std::find(std::begin(kForbiddenHeaders), std::end(kForbiddenHeaders),
+                               include) != std::end(kForbiddenHeaders);
+    if (include == "sqlite3.h" || forbidden) {
+      uses.push_back(file.path + " includes " + include);
+    }
+    const std::string code = WithoutComment(line);
+    std::smatch word;
+    if (component && std::regex_search(code, word, kForbiddenWord)) {
+      uses.push_back(file.path + " uses " + word.str());
+    }
+  }
+  return uses;
+}
+
+}  // namespace house

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "vetlo/platform/display.h"
+
+namespace vetlo {
+
+// The hourglass over a display object and over its window, which is the container of its
+// container. Nothing here fails: an object without a window shows the hourglass alone.
+class BusyPointer {
+ public:
+  explicit BusyPointer(DisplayObject& target) : target_(target) {}
+
+  // Saves what shows and shows the hourglass, the window first.
+  void Show();
+  // Not done by itself: a call that fails leaves the hourglass standing.
+  void Restore();
+
+ private:
+  // Fails with kObjectNotSet where there is no window.
+  DisplayObject& Window();
+
+  DisplayObject& target_;
+  std::int32_t window_pointer_ = kDefaultPointer;
+  std::int32_t target_pointer_ = kDefaultPointer;
+};
+
+}  // namespace vetlo

@@ -1,0 +1,35 @@
+#include "vetlo/frame/report_call.h"
+
+namespace vetlo {
+namespace {
+
+constexpr std::array<std::string_view, 9> kTableNames = {
+    "Account",        "AccountItem",        "AccountItemType",       "Category",
+    "Classification", "ClassificationItem", "ClassificationSubItem", "Payee",
+    "SubCategory"};
+
+}  // namespace
+
+void LookUpTables::Open(Database& dbDov) {
+  for (std::size_t i = 0; i < tables_.size(); ++i) {
+    tables_.at(i) = dbDov.OpenRecordset(kTableNames.at(i));
+  }
+}
+
+void LookUpTables::Close() {
+  for (auto& table : tables_) {
+    if (table != nullptr) {
+      table->Close();
+      table.reset();
+    }
+  }
+}
+
+bool LookUpTables::Find(LookUpTable table, std::int32_t number) {
+  Recordset& rec = (*this)[table];
+  rec.SetIndex(kPrimaryIndex);
+  rec.Seek("=", number);
+  return !rec.NoMatch();
+}
+
+}  // namespace vetlo

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include "vetlo/output/tamo_form.h"
+#include "vetlo/platform/display.h"
+#include "vetlo/platform/platform.h"
+#include "vetlo/store/database.h"
+
+namespace vetlo {
+
+struct ReportCall;
+struct SettingsRow;
+
+// The component as its host sees it. It keeps no figures: every call computes from the store and
+// sees one state of it. The store, the recordset and the display objects stay the host's.
+class clsTamo {
+ public:
+  // The platform must outlive the component.
+  explicit clsTamo(Platform& platform) : platform_(platform) {}
+
+  // Draws the settings row of this number into the chart or into the report, whichever the row
+  // asks for, and hides the other. Either may be null; where the one asked for is, or where there
+  // is no such row, nothing happens. A row of group 5 takes its parameters from the caller, any
+  // other from its own fields. recChartReportSubType is a table recordset; its cursor and index
+  // are moved. The result is always false.
+  //
+  // Failures: reading the row fails to the caller. A report whose figures fail stands under its
+  // title without them. What fails while the report is being written reaches the caller, with the
+  // document unfinished and the hourglass showing.
+  bool ShowChartReport(Database& dbDov, Recordset& recChartReportSubType,
+                       std::int32_t lngChartReportSubTypeNumber, ChartObject* objChart = nullptr,
+                       ReportObject* objReport = nullptr, const Variant& varParameter1 = Empty{},
+                       const Variant& varParameter2 = Empty{});
+
+  // What there is and what is owed at the end of a day, both zero or more. recAccount is the
+  // caller's table "Account".
+  Currency TotalAssets(Database& dbDov, Recordset& recAccount, Date dtmToDate);
+  Currency TotalLiabilities(Database& dbDov, Recordset& recAccount, Date dtmToDate);
+  Currency TotalCreditCardDebt(Database& dbDov, Date dtmToDate);
+
+ private:
+  const frmTamo& Form();
+  void Draw(ReportCall& call, DisplayObject* other);
+
+  Platform& platform_;
+  std::optional<frmTamo> form_;  // made when it is first needed
+};
+
+}  // namespace vetlo

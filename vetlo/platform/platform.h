@@ -1,0 +1,27 @@
+#pragma once
+
+#include <memory>
+
+#include "vetlo/platform/date.h"
+#include "vetlo/platform/display.h"
+#include "vetlo/platform/format.h"
+
+namespace vetlo {
+
+// The surroundings of the component, supplied by the host and alive as long as the component is.
+class Platform {
+ public:
+  virtual ~Platform() = default;
+
+  // The present date and time.
+  virtual Date Now() = 0;
+  // Lets the windowing system repaint and take input once.
+  virtual void DoEvents() = 0;
+  // The width of the current printer's page in twips; fails with kNoPrinter where there is none.
+  virtual float PrinterPageWidth() = 0;
+  // A measuring surface in the default font.
+  virtual std::unique_ptr<PictureBox> NewPictureBox() = 0;
+  virtual const NumberLocale& Locale() = 0;
+};
+
+}  // namespace vetlo

@@ -1,0 +1,295 @@
+#include "vetlo/store/sqlite/connection.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+#include <new>
+
+#include "vetlo/platform/failure.h"
+
+namespace vetlo {
+namespace {
+
+constexpr int kBusyTimeoutMilliseconds = 5000;
+
+[[noreturn]] void RaiseMismatch(ColumnType type) {
+  static constexpr std::array<const char*, 7> kKinds = {
+      "whole number", "amount", "date", "yes or no", "number", "text", "value"};
+  throw Failure(FailureNumber::kTypeMismatch, std::string("the store holds something that is no ") +
+                                                  kKinds.at(static_cast<std::size_t>(type)));
+}
+
+std::int32_t LongOf(std::int64_t value) {
+  if (value < std::numeric_limits<std::int32_t>::min() ||
+      value > std::numeric_limits<std::int32_t>::max()) {
+    throw Failure(FailureNumber::kOverflow, "the store holds a whole number past 32 bits");
+  }
+  return static_cast<std::int32_t>(value);
+}
+
+std::string TextOf(sqlite3_stmt* statement, int column) {
+  const unsigned char* const text = sqlite3_column_text(statement, column);
+  if (text == nullptr) {
+    throw std::bad_alloc();
+  }
+  return {reinterpret_cast<const char*>(text),
+          static_cast<std::size_t>(sqlite3_column_bytes(statement, column))};
+}
+
+Variant FromInteger(std::int64_t value, ColumnType type) {
+  switch (type) {
+    case ColumnType::kLong:
+      return LongOf(value);
+    case ColumnType::kCurrency:
+      return Currency::FromUnits(value);
+    case ColumnType::kDate:
+      return Date{static_cast<double>(value)};
+    case ColumnType::kBoolean:
+      return value != 0;
+    case ColumnType::kDouble:
+      return static_cast<double>(value);
+    case ColumnType::kVariant:
+      if (value == LongOf(value)) {
+        return LongOf(value);
+      }
+      break;
+    case ColumnType::kText:
+      break;
+  }
+  RaiseMismatch(type);
+}
+
+Variant FromReal(double value, ColumnType type) {
+  switch (type) {
+    case ColumnType::kDate:
+      return Date{value};
+    case ColumnType::kDouble:
+    case ColumnType::kVariant:
+      return value;
+    default:
+      RaiseMismatch(type);
+  }
+}
+
+StoredValue WholeOrReal(double value) {
+  constexpr double kExactLimit = 9007199254740992.0;
+  if (std::floor(value) == value && std::fabs(value) < kExactLimit) {
+    return static_cast<std::int64_t>(value);
+  }
+  return value;
+}
+
+struct VariantToStored {
+  StoredValue operator()(Empty) const { return std::monostate{}; }
+  StoredValue operator()(Null) const { return std::monostate{}; }
+  StoredValue operator()(bool value) const { return std::int64_t{value}; }
+  StoredValue operator()(std::int32_t value) const { return std::int64_t{value}; }
+  StoredValue operator()(double value) const { return value; }
+  StoredValue operator()(Currency value) const { return ToDouble(value); }
+  StoredValue operator()(Date value) const { return WholeOrReal(value.days); }
+  StoredValue operator()(const std::string& value) const { return value; }
+};
+
+// What the engine is asked to do while it prepares a statement: is it reading the tables of the
+// model, or writing a settings row where that is allowed?
+bool IsAllowed(int action, const char* first, const char* second, bool writable) {
+  constexpr std::array<std::string_view, 4> kFunctions = {"sum", "min", "max", "count"};
+  switch (action) {
+    case SQLITE_SELECT:
+    case SQLITE_TRANSACTION:
+      return true;
+    case SQLITE_READ:
+      return first != nullptr && FindTable(first) != nullptr;
+    case SQLITE_FUNCTION:
+      return second != nullptr && std::ranges::find(kFunctions, second) != kFunctions.end();
+    case SQLITE_INSERT:
+    case SQLITE_UPDATE:
+      return writable && first != nullptr && EqualsIgnoringCase(first, "ChartReportSubType");
+    default:
+      return false;
+  }
+}
+
+template <bool writable>
+int Authorize(void*, int action, const char* first, const char* second, const char*, const char*) {
+  return IsAllowed(action, first, second, writable) ? SQLITE_OK : SQLITE_DENY;
+}
+
+}  // namespace
+
+StoredValue StoredForm(const Variant& value, ColumnType type) {
+  if (IsNull(value) || IsEmpty(value)) {
+    return std::monostate{};
+  }
+  switch (type) {
+    case ColumnType::kLong:
+      return std::int64_t{ToLong(value)};
+    case ColumnType::kCurrency:
+      return ToCurrency(value).units();
+    case ColumnType::kDate:
+      return WholeOrReal(ToDate(value).days);
+    case ColumnType::kBoolean:
+      return std::int64_t{ToBoolean(value)};
+    case ColumnType::kDouble:
+      return ToDouble(value);
+    case ColumnType::kText:
+      return ToText(value);
+    case ColumnType::kVariant:
+      break;
+  }
+  return std::visit(VariantToStored{}, value);
+}
+
+void RaiseStoreFailure(sqlite3* handle, int result) {
+  const std::string message = handle != nullptr ? sqlite3_errmsg(handle) : sqlite3_errstr(result);
+  switch (result & 0xFF) {
+    case SQLITE_NOMEM:
+      throw std::bad_alloc();
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+      throw Failure(FailureNumber::kStoreUnusable, "another program is using the store; try again");
+    case SQLITE_CORRUPT:
+    case SQLITE_NOTADB:
+      throw Failure(FailureNumber::kStoreUnusable,
+                    "the store is damaged (" + message + "); restore it from a copy");
+    case SQLITE_ERROR:
+      if (message == "integer overflow") {
+        throw Failure(FailureNumber::kOverflow, "a sum in the store is past 64 bits");
+      }
+      break;
+    default:
+      break;
+  }
+  throw Failure(FailureNumber::kStoreUnusable,
+                "the store cannot be read or written (" + message + ")");
+}
+
+Statement::Statement(sqlite3* handle, const std::string& sql) {
+  sqlite3_stmt* statement = nullptr;
+  const int result = sqlite3_prepare_v3(handle, sql.c_str(), static_cast<int>(sql.size() + 1),
+                                        SQLITE_PREPARE_PERSISTENT, &statement, nullptr);
+  statement_.reset(statement);
+  if (result == SQLITE_ERROR || result == SQLITE_AUTH) {
+    throw Failure(FailureNumber::kBadSqlText, sqlite3_errmsg(handle));
+  }
+  if (result != SQLITE_OK) {
+    RaiseStoreFailure(handle, result);
+  }
+}
+
+void Statement::Bind(int parameter, const StoredValue& value) {
+  int result = SQLITE_OK;
+  if (const auto* integer = std::get_if<std::int64_t>(&value)) {
+    result = sqlite3_bind_int64(statement_.get(), parameter, *integer);
+  } else if (const auto* real = std::get_if<double>(&value)) {
+    result = sqlite3_bind_double(statement_.get(), parameter, *real);
+  } else if (const auto* text = std::get_if<std::string>(&value)) {
+    result = sqlite3_bind_text(statement_.get(), parameter, text->data(),
+                               static_cast<int>(text->size()), SQLITE_TRANSIENT);
+  } else {
+    result = sqlite3_bind_null(statement_.get(), parameter);
+  }
+  if (result != SQLITE_OK) {
+    RaiseStoreFailure(sqlite3_db_handle(statement_.get()), result);
+  }
+}
+
+bool Statement::Step() {
+  const int result = sqlite3_step(statement_.get());
+  if (result != SQLITE_ROW && result != SQLITE_DONE) {
+    sqlite3* const handle = sqlite3_db_handle(statement_.get());
+    RaiseStoreFailure(handle, result);
+  }
+  return result == SQLITE_ROW;
+}
+
+void Statement::Reset() noexcept { sqlite3_reset(statement_.get()); }
+
+Variant Statement::Value(int column, ColumnType type) const {
+  switch (sqlite3_column_type(statement_.get(), column)) {
+    case SQLITE_NULL:
+      return Null{};
+    case SQLITE_INTEGER:
+      return FromInteger(sqlite3_column_int64(statement_.get(), column), type);
+    case SQLITE_FLOAT:
+      return FromReal(sqlite3_column_double(statement_.get(), column), type);
+    case SQLITE_TEXT:
+      if (type == ColumnType::kText || type == ColumnType::kVariant) {
+        return TextOf(statement_.get(), column);
+      }
+      break;
+    default:
+      break;
+  }
+  RaiseMismatch(type);
+}
+
+std::int64_t Statement::Integer(int column) const {
+  return sqlite3_column_int64(statement_.get(), column);
+}
+
+Connection::Connection(const std::string& path, int flags) {
+  sqlite3* handle = nullptr;
+  const int result = sqlite3_open_v2(path.c_str(), &handle,
+                                     flags | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
+  handle_.reset(handle);
+  if (result != SQLITE_OK) {
+    RaiseStoreFailure(handle, result);
+  }
+}
+
+Connection Connection::CreateInMemory() {
+  return {":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_MEMORY};
+}
+
+Connection Connection::CreateFile(const std::string& path) {
+  return {path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE};
+}
+
+Connection Connection::OpenFile(const std::string& path, StoreAccess access) {
+  const int mode = access == StoreAccess::kReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
+  Connection connection(path, mode | SQLITE_OPEN_NOFOLLOW);
+  sqlite3* const handle = connection.handle();
+  constexpr std::array<std::pair<int, int>, 7> kSettings = {{
+      {SQLITE_DBCONFIG_DEFENSIVE, 1},
+      {SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0},
+      {SQLITE_DBCONFIG_ENABLE_VIEW, 0},
+      {SQLITE_DBCONFIG_ENABLE_TRIGGER, 0},
+      {SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0},
+      {SQLITE_DBCONFIG_DQS_DML, 0},
+      {SQLITE_DBCONFIG_DQS_DDL, 0},
+  }};
+  for (const auto& [setting, value] : kSettings) {
+    if (sqlite3_db_config(handle, setting, value, nullptr) != SQLITE_OK) {
+      throw Failure(FailureNumber::kStoreUnusable, "this SQLite cannot open a store safely");
+    }
+  }
+  sqlite3_limit(handle, SQLITE_LIMIT_ATTACHED, 0);
+  sqlite3_busy_timeout(handle, kBusyTimeoutMilliseconds);
+  connection.Execute("PRAGMA cell_size_check = ON");
+  connection.Execute("PRAGMA cache_size = -65536");
+  if (access == StoreAccess::kReadOnly) {
+    connection.Execute("PRAGMA query_only = ON");
+  }
+  return connection;
+}
+
+void Connection::Execute(const std::string& sql) {
+  const int result = sqlite3_exec(handle(), sql.c_str(), nullptr, nullptr, nullptr);
+  if (result != SQLITE_OK) {
+    RaiseStoreFailure(handle(), result);
+  }
+}
+
+std::int64_t Connection::QueryInteger(const std::string& sql) {
+  Statement statement(handle(), sql);
+  return statement.Step() ? statement.Integer(0) : 0;
+}
+
+void Connection::RestrictToModel(StoreAccess access) {
+  sqlite3_set_authorizer(
+      handle(), access == StoreAccess::kReadWrite ? &Authorize<true> : &Authorize<false>, nullptr);
+}
+
+}  // namespace vetlo

@@ -1,0 +1,80 @@
+#pragma once
+
+#include <sqlite3.h>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <variant>
+
+#include "vetlo/platform/variant.h"
+#include "vetlo/store/model.h"
+#include "vetlo/store/sqlite/sqlite_store.h"
+
+namespace vetlo {
+
+// A value as the engine stores it.
+using StoredValue = std::variant<std::monostate, std::int64_t, double, std::string>;
+
+// How a column of this type stores the value. Fails as the conversions of Variant do.
+StoredValue StoredForm(const Variant& value, ColumnType type);
+
+// Raises what the engine reports: kOverflow for a sum past 64 bits, else kStoreUnusable with a
+// text for the user.
+[[noreturn]] void RaiseStoreFailure(sqlite3* handle, int result);
+
+// A prepared statement. It must go before the connection that it was prepared on.
+class Statement {
+ public:
+  // Fails with kBadSqlText for a text that the engine does not take.
+  Statement(sqlite3* handle, const std::string& sql);
+
+  // Parameters count from 1.
+  void Bind(int parameter, const StoredValue& value);
+  // True on a row, false behind the last one. A step that fails raises.
+  bool Step();
+  // Back to before the first row; gives up whatever the statement holds of the store.
+  void Reset() noexcept;
+
+  // Columns count from 0. Fails with kTypeMismatch for a value that is none of the type,
+  // kOverflow for one outside its range.
+  [[nodiscard]] Variant Value(int column, ColumnType type) const;
+  [[nodiscard]] std::int64_t Integer(int column) const;
+
+ private:
+  struct Finalize {
+    void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
+  };
+  std::unique_ptr<sqlite3_stmt, Finalize> statement_;
+};
+
+// An open database file.
+class Connection {
+ public:
+  // A new database in memory or in a new file.
+  static Connection CreateInMemory();
+  static Connection CreateFile(const std::string& path);
+  // Opens a file that may come from anywhere, with all that runs by itself switched off.
+  static Connection OpenFile(const std::string& path, StoreAccess access);
+
+  [[nodiscard]] sqlite3* handle() const { return handle_.get(); }
+
+  // Runs statements that give no rows.
+  void Execute(const std::string& sql);
+  // The first column of the first row.
+  [[nodiscard]] std::int64_t QueryInteger(const std::string& sql);
+
+  // From here on reading reaches the tables of the model alone, and writing, where the access
+  // allows it at all, the settings rows alone.
+  void RestrictToModel(StoreAccess access);
+
+ private:
+  struct Close {
+    void operator()(sqlite3* handle) const { sqlite3_close_v2(handle); }
+  };
+  Connection(const std::string& path, int flags);
+
+  std::unique_ptr<sqlite3, Close> handle_;
+};
+
+}  // namespace vetlo

@@ -1,0 +1,103 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "vetlo/store/sqlite/connection.h"
+#include "vetlo/store/sqlite/select_text.h"
+
+namespace vetlo {
+
+// A statement for one set of columns of a plan.
+struct PreparedSelect {
+  PreparedSelect(sqlite3* handle, const SelectPlan& plan, ColumnSet columns, Direction direction);
+
+  Statement statement;
+  ColumnSet columns;
+  Direction direction;
+  std::vector<int> positions;  // of each of the plan's columns in the result, -1 where left out
+};
+
+// All that is kept for the texts of one shape: what they ask for, which of their columns somebody
+// has ever read, and the statements that are ready to run.
+class Shape {
+ public:
+  Shape(sqlite3* handle, std::string_view text) : plan_(PlanOf(text)), handle_(handle) {}
+
+  [[nodiscard]] const SelectPlan& plan() const { return plan_; }
+  [[nodiscard]] sqlite3* handle() const { return handle_; }
+
+  // The columns read so far. A text that nobody has read a row of has learned nothing.
+  [[nodiscard]] ColumnSet learned() const { return learned_; }
+  void Learn(ColumnSet columns) { learned_ |= columns; }
+
+  // The index of a result column; fails with kNoSuchColumn.
+  [[nodiscard]] std::size_t ColumnNamed(std::string_view name) const;
+
+  // A statement that nobody else is using, and its return.
+  std::unique_ptr<PreparedSelect> Take(ColumnSet wanted, Direction direction);
+  void GiveBack(std::unique_ptr<PreparedSelect> select) noexcept;
+
+  // One column of a row of a source, found by its rowid.
+  Variant LookUp(std::size_t column, std::int64_t rowid);
+
+ private:
+  SelectPlan plan_;
+  sqlite3* handle_;
+  ColumnSet learned_ = 0;
+  std::vector<std::unique_ptr<PreparedSelect>> idle_;
+  std::map<std::size_t, Statement> look_ups_;  // by column
+};
+
+// Walks the rows of a shape with its values filled in. It selects the columns that readers of the
+// shape are known to read, learns which those are while nothing is known yet, and fetches any
+// other by the row's own number.
+class Cursor {
+ public:
+  Cursor(Shape& shape, std::vector<StoredValue> values)
+      : shape_(shape), values_(std::move(values)) {}
+  ~Cursor() { Stop(); }
+  Cursor(const Cursor&) = delete;
+  Cursor& operator=(const Cursor&) = delete;
+
+  // Stands on the first row where it has not moved yet.
+  bool OnRow();
+  bool IsEmpty();
+
+  // Each fails with kNoCurrentRecord where there is no row.
+  void MoveFirst();
+  void MoveNext();
+  void MoveLast();
+  Variant Value(std::size_t column);
+  // The number of the current row in a source; only in a plain plan.
+  std::int64_t RowId(std::size_t source);
+
+ private:
+  enum class State { kUnmoved, kOnRow, kPastEnd, kFailed };
+
+  void Start(ColumnSet columns, Direction direction);
+  void Stop() noexcept;
+  void Step();
+  // Goes on with the learned columns alone, at the first row not shown yet; false where there is
+  // nothing to drop.
+  bool NarrowToLearned();
+  void SkipShownRows();
+  [[nodiscard]] std::vector<std::int64_t> RowIds();
+
+  Shape& shape_;
+  std::vector<StoredValue> values_;
+  std::unique_ptr<PreparedSelect> select_;
+  State state_ = State::kUnmoved;
+  std::int64_t ordinal_ = 0;  // of the current row, the first or the only one shown being 1
+  bool empty_ = false;
+  ColumnSet read_ = 0;
+  bool learning_ = false;
+  // The rows shown while learning, which the narrower statement brings once more.
+  std::vector<std::vector<std::int64_t>> shown_;
+};
+
+}  // namespace vetlo

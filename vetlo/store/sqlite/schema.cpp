@@ -1,0 +1,127 @@
+#include "vetlo/store/sqlite/schema.h"
+
+#include <array>
+
+#include "vetlo/platform/failure.h"
+#include "vetlo/store/model.h"
+
+namespace vetlo {
+namespace {
+
+struct Index {
+  std::string_view name;
+  std::string_view on;
+};
+
+// Each index holds all that its readers read, so that they never go to the table's own rows.
+constexpr std::array kIndexes = {
+    // What moved an account's own cash up to a date.
+    Index{"TransactionsOfAccount",
+          "TransactionRecord (AccountNumber, TransactionDate, TransactionRecordType, "
+          "TransactionType, ToOrFundAccountNumber, Total)"},
+    // What moved an account's cash from the other end.
+    Index{"TransactionsOfOtherAccount",
+          "TransactionRecord (ToOrFundAccountNumber, TransactionDate, TransactionRecordType, "
+          "TransactionType, Total)"},
+    // What moved an account's holdings.
+    Index{"TransactionsOfHolding",
+          "TransactionRecord (AccountNumber, AccountItemNumber, TransactionRecordType, "
+          "TransactionType, TransactionDate, Quantity) WHERE AccountItemNumber IS NOT NULL"},
+    Index{"PricesOfItem", "PriceRecord (AccountItemNumber, PriceTypeNumber, PriceDate, Price)"},
+    Index{"AccountsServed", "AssociatedAccountInfo (AccountNumber)"},
+};
+
+std::string_view DeclaredType(ColumnType type) {
+  static constexpr std::array<std::string_view, 7> kNames = {
+      "INTEGER", "CURRENCY", "DATE", "BOOLEAN", "DOUBLE", "TEXT", "VARIANT"};
+  return kNames.at(static_cast<std::size_t>(type));
+}
+
+bool IsSingleKey(const Table& table) {
+  return table.key == KeyKind::kUnique && table.key_columns == 1;
+}
+
+std::string ColumnSql(const Table& table, const Column& column) {
+  std::string sql = std::string(column.name) + " " + std::string(DeclaredType(column.type));
+  if (column.length > 0) {
+    sql += "(" + std::to_string(column.length) + ")";
+  }
+  if (IsSingleKey(table) && &column == table.columns.data()) {
+    return sql + " PRIMARY KEY";
+  }
+  sql += column.required ? " NOT NULL" : "";
+  sql += column.is_name ? " COLLATE NOCASE" : "";
+  return column.initial.empty() ? sql : sql + " DEFAULT " + std::string(column.initial);
+}
+
+std::string KeySql(const Table& table) {
+  if (table.key != KeyKind::kUnique || IsSingleKey(table)) {
+    return "";
+  }
+  std::string columns;
+  for (std::int32_t i = 0; i < table.key_columns; ++i) {
+    columns += (i == 0 ? "" : ", ");
+    columns += table.columns[static_cast<std::size_t>(i)].name;
+  }
+  return ", PRIMARY KEY (" + columns + ")";
+}
+
+std::string TableSql(const Table& table) {
+  std::string columns;
+  for (const Column& column : table.columns) {
+    columns += (columns.empty() ? "" : ", ") + ColumnSql(table, column);
+  }
+  return "CREATE TABLE " + std::string(table.name) + " (" + columns + KeySql(table) + ")";
+}
+
+[[noreturn]] void RaiseNotOurs(const std::string& why) {
+  throw Failure(FailureNumber::kStoreUnusable, "this is no Quillmarsh store: " + why);
+}
+
+void CheckTable(Connection& connection, const Table& table) {
+  const std::string name(table.name);
+  // A real table with numbered rows: no view, nothing virtual.
+  if (connection.QueryInteger("SELECT count(*) FROM pragma_table_list('" + name +
+                              "') WHERE schema = 'main' AND type = 'table' AND wr = 0") != 1) {
+    RaiseNotOurs("it has no table " + name);
+  }
+  for (const Column& column : table.columns) {
+    if (connection.QueryInteger("SELECT count(*) FROM pragma_table_info('" + name +
+                                "') WHERE name = '" + std::string(column.name) +
+                                "' COLLATE NOCASE") != 1) {
+      RaiseNotOurs("its table " + name + " has no column " + std::string(column.name));
+    }
+  }
+}
+
+}  // namespace
+
+void CreateSchema(Connection& connection) {
+  connection.Execute("PRAGMA application_id = " + std::to_string(kStoreApplicationId));
+  connection.Execute("PRAGMA user_version = " + std::to_string(kStoreVersion));
+  for (const Table& table : StoreTables()) {
+    connection.Execute(TableSql(table));
+  }
+}
+
+void CreateIndexes(Connection& connection) {
+  for (const Index& index : kIndexes) {
+    connection.Execute("CREATE INDEX IF NOT EXISTS " + std::string(index.name) + " ON " +
+                       std::string(index.on));
+  }
+}
+
+void CheckSchema(Connection& connection) {
+  if (connection.QueryInteger("PRAGMA application_id") != kStoreApplicationId) {
+    RaiseNotOurs("it belongs to another program");
+  }
+  if (connection.QueryInteger("PRAGMA user_version") > kStoreVersion) {
+    throw Failure(FailureNumber::kStoreUnusable,
+                  "this store was written by a newer Quillmarsh; update this one");
+  }
+  for (const Table& table : StoreTables()) {
+    CheckTable(connection, table);
+  }
+}
+
+}  // namespace vetlo

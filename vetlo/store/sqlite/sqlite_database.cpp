@@ -1,0 +1,68 @@
+#include "vetlo/store/sqlite/sqlite_database.h"
+
+#include "vetlo/platform/failure.h"
+#include "vetlo/store/sqlite/query_recordset.h"
+#include "vetlo/store/sqlite/select_text.h"
+#include "vetlo/store/sqlite/table_recordset.h"
+
+namespace vetlo {
+namespace {
+
+bool IsSelect(std::string_view source) {
+  constexpr std::string_view kSelect = "SELECT ";
+  return EqualsIgnoringCase(source.substr(0, kSelect.size()), kSelect);
+}
+
+}  // namespace
+
+std::unique_ptr<Recordset> SqliteDatabase::OpenRecordset(std::string_view strSource,
+                                                         RecordsetType type) {
+  if (IsSelect(strSource)) {
+    ShapedText text = ShapeOf(strSource);
+    return std::make_unique<QueryRecordset>(ShapeFor(text.shape), std::move(text.values));
+  }
+  const Table* const table = FindTable(strSource);
+  if (table == nullptr) {
+    throw Failure(FailureNumber::kTableNotFound, "no table " + std::string(strSource));
+  }
+  return std::make_unique<TableRecordset>(*this, *table, type);
+}
+
+void SqliteDatabase::HoldSnapshot() {
+  if (snapshots_ == 0) {
+    connection_.Execute("BEGIN");
+  }
+  ++snapshots_;
+}
+
+void SqliteDatabase::ReleaseSnapshot() noexcept {
+  --snapshots_;
+  if (snapshots_ == 0) {
+    sqlite3_exec(connection_.handle(), "COMMIT", nullptr, nullptr, nullptr);
+  }
+}
+
+void SqliteDatabase::BeginTrans() {
+  if (snapshots_ > 0) {
+    throw Failure(FailureNumber::kInvalidCall, "a store cannot be changed while it is being read");
+  }
+  connection_.Execute("BEGIN IMMEDIATE");
+}
+
+void SqliteDatabase::CommitTrans() { connection_.Execute("COMMIT"); }
+
+void SqliteDatabase::Rollback() noexcept {
+  // Where the engine has rolled back by itself there is nothing left to do.
+  sqlite3_exec(connection_.handle(), "ROLLBACK", nullptr, nullptr, nullptr);
+}
+
+Shape& SqliteDatabase::ShapeFor(const std::string& shape) {
+  const auto found = shapes_.find(shape);
+  if (found != shapes_.end()) {
+    return *found->second;
+  }
+  return *shapes_.emplace(shape, std::make_unique<Shape>(connection_.handle(), shape))
+              .first->second;
+}
+
+}  // namespace vetlo

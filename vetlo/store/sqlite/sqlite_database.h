@@ -1,0 +1,37 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "vetlo/store/database.h"
+#include "vetlo/store/sqlite/connection.h"
+#include "vetlo/store/sqlite/cursor.h"
+
+namespace vetlo {
+
+// A store in a SQLite database.
+class SqliteDatabase : public Database {
+ public:
+  explicit SqliteDatabase(Connection connection) : connection_(std::move(connection)) {}
+
+  using Database::OpenRecordset;
+  std::unique_ptr<Recordset> OpenRecordset(std::string_view strSource, RecordsetType type) override;
+  void HoldSnapshot() override;
+  void ReleaseSnapshot() noexcept override;
+  void BeginTrans() override;
+  void CommitTrans() override;
+  void Rollback() noexcept override;
+
+  [[nodiscard]] Connection& connection() { return connection_; }
+  // What is kept for a shape of text, made when it is first asked for.
+  Shape& ShapeFor(const std::string& shape);
+
+ private:
+  Connection connection_;
+  std::unordered_map<std::string, std::unique_ptr<Shape>> shapes_;
+  int snapshots_ = 0;
+};
+
+}  // namespace vetlo

@@ -1,0 +1,138 @@
+#include "vetlo/store/sqlite/sqlite_store.h"
+
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <cstring>
+#include <map>
+
+#include "vetlo/platform/failure.h"
+#include "vetlo/store/sqlite/connection.h"
+#include "vetlo/store/sqlite/schema.h"
+#include "vetlo/store/sqlite/sqlite_database.h"
+
+namespace vetlo {
+namespace {
+
+[[noreturn]] void RaiseUnusable(const std::string& why) {
+  throw Failure(FailureNumber::kStoreUnusable, why);
+}
+
+std::string ReasonOf(int error) {
+  return error == ENOENT ? "there is no such file" : std::strerror(error);
+}
+
+// The path without links and dots, absolute, of a regular file.
+std::string ResolvedFile(const std::string& path) {
+  char resolved[PATH_MAX];
+  if (path.find('\0') != std::string::npos || realpath(path.c_str(), resolved) == nullptr) {
+    RaiseUnusable(ReasonOf(errno));
+  }
+  struct stat facts = {};
+  if (stat(resolved, &facts) != 0) {
+    RaiseUnusable(ReasonOf(errno));
+  }
+  if (!S_ISREG(facts.st_mode)) {
+    RaiseUnusable("it is no regular file");
+  }
+  return resolved;
+}
+
+bool IsThere(const std::string& path) {
+  struct stat facts = {};
+  return lstat(path.c_str(), &facts) == 0;
+}
+
+}  // namespace
+
+std::unique_ptr<Database> OpenStore(const std::string& path, StoreAccess access) {
+  Connection connection = Connection::OpenFile(ResolvedFile(path), access);
+  try {
+    CheckSchema(connection);
+  } catch (const Failure&) {
+    if (sqlite3_errcode(connection.handle()) == SQLITE_NOTADB) {
+      RaiseUnusable("this is no Quillmarsh store: it is no database at all");
+    }
+    throw;
+  }
+  connection.RestrictToModel(access);
+  return std::make_unique<SqliteDatabase>(std::move(connection));
+}
+
+class StoreBuilder::Impl {
+ public:
+  explicit Impl(Connection new_connection) : connection(std::move(new_connection)) {
+    // Nothing of a file that is not finished is ever used again.
+    connection.Execute("PRAGMA journal_mode = OFF");
+    connection.Execute("PRAGMA synchronous = OFF");
+    connection.Execute("BEGIN");
+    CreateSchema(connection);
+  }
+
+  Statement& InsertFor(const Table& table, const Values& values) {
+    std::string names;
+    std::string marks;
+    for (const auto& [name, value] : values) {
+      names.append(names.empty() ? "" : ", ").append(name);
+      marks.append(marks.empty() ? "?" : ", ?");
+    }
+    const std::string sql =
+        "INSERT INTO " + std::string(table.name) + " (" + names + ") VALUES (" + marks + ")";
+    const auto found = inserts.find(sql);
+    return found != inserts.end()
+               ? found->second
+               : inserts.emplace(sql, Statement(connection.handle(), sql)).first->second;
+  }
+
+  Connection connection;
+  std::map<std::string, Statement> inserts;
+};
+
+StoreBuilder::StoreBuilder() : impl_(std::make_unique<Impl>(Connection::CreateInMemory())) {}
+
+StoreBuilder::StoreBuilder(const std::string& path) {
+  if (IsThere(path)) {
+    RaiseUnusable("there is such a file already");
+  }
+  impl_ = std::make_unique<Impl>(Connection::CreateFile(path));
+}
+
+StoreBuilder::~StoreBuilder() = default;
+
+void StoreBuilder::Insert(std::string_view table_name, const Values& values) {
+  const Table* const table = FindTable(table_name);
+  if (table == nullptr) {
+    throw Failure(FailureNumber::kTableNotFound, "no table " + std::string(table_name));
+  }
+  Statement& statement = impl_->InsertFor(*table, values);
+  int parameter = 0;
+  for (const auto& [name, value] : values) {
+    const Column* const column = FindColumn(*table, name);
+    if (column == nullptr) {
+      throw Failure(FailureNumber::kNoSuchColumn, "no column " + std::string(name));
+    }
+    statement.Bind(++parameter, StoredForm(value, column->type));
+  }
+  statement.Step();
+  statement.Reset();
+}
+
+void StoreBuilder::Execute(const std::string& sql) { impl_->connection.Execute(sql); }
+
+void StoreBuilder::Finish() {
+  CreateIndexes(impl_->connection);
+  impl_->connection.Execute("COMMIT");
+  impl_->inserts.clear();
+}
+
+std::unique_ptr<Database> StoreBuilder::Open() {
+  Finish();
+  Connection connection = std::move(impl_->connection);
+  impl_.reset();
+  connection.RestrictToModel(StoreAccess::kReadWrite);
+  return std::make_unique<SqliteDatabase>(std::move(connection));
+}
+
+}  // namespace vetlo

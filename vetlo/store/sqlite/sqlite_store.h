@@ -1,0 +1,53 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "vetlo/store/database.h"
+
+namespace vetlo {
+
+enum class StoreAccess { kReadOnly, kReadWrite };
+
+// Opens a household's store, which may come from anywhere: the path is resolved and must name a
+// regular file, links inside the file's own machinery (views, triggers, functions) are off, and
+// the file must be one of ours with all its tables. Writing reaches the settings rows alone.
+// Fails with kStoreUnusable and a text for the user.
+std::unique_ptr<Database> OpenStore(const std::string& path, StoreAccess access);
+
+// Fills a new store. Nothing is checked but the names of tables and columns: what is written is
+// what the store then holds.
+class StoreBuilder {
+ public:
+  using Values = std::vector<std::pair<std::string_view, Variant>>;
+
+  // A store in memory, for tests.
+  StoreBuilder();
+  // A new file; fails with kStoreUnusable where there is one already or none can be made. The file
+  // is only complete after Finish.
+  explicit StoreBuilder(const std::string& path);
+  ~StoreBuilder();
+  StoreBuilder(const StoreBuilder&) = delete;
+  StoreBuilder& operator=(const StoreBuilder&) = delete;
+
+  // Adds a row. Columns that are not named take their default.
+  void Insert(std::string_view table, const Values& values);
+
+  // Runs a statement as it stands, such as one that damages a row for a test.
+  void Execute(const std::string& sql);
+
+  // Writes the indexes and makes all that was added last.
+  void Finish();
+
+  // Finishes and opens a store in memory; the builder can't be used afterwards.
+  std::unique_ptr<Database> Open();
+
+ private:
+  class Impl;
+  std::unique_ptr<Impl> impl_;
+};
+
+}  // namespace vetlo

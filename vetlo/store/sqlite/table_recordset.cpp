@@ -1,0 +1,248 @@
+#include "vetlo/store/sqlite/table_recordset.h"
+
+#include <array>
+
+#include "vetlo/platform/failure.h"
+#include "vetlo/store/sqlite/select_text.h"
+
+namespace vetlo {
+namespace {
+
+std::string AllRowsOf(const Table& table) { return "SELECT * FROM " + std::string(table.name); }
+
+std::size_t IndexOf(const Table& table, std::string_view name) {
+  const Column* const column = FindColumn(table, name);
+  if (column == nullptr) {
+    throw Failure(FailureNumber::kNoSuchColumn,
+                  "no column " + std::string(name) + " in " + std::string(table.name));
+  }
+  return static_cast<std::size_t>(column - table.columns.data());
+}
+
+}  // namespace
+
+TableRecordset::TableRecordset(SqliteDatabase& database, const Table& table, RecordsetType type)
+    : database_(&database),
+      table_(table),
+      type_(type),
+      rows_(database.ShapeFor(AllRowsOf(table))) {}
+
+void TableRecordset::Close() {
+  RequireOpen();
+  walk_.reset();
+  database_ = nullptr;
+}
+
+bool TableRecordset::Bof() {
+  RequireOpen();
+  return position_ == Position::kWalking && Walk().IsEmpty();
+}
+
+bool TableRecordset::Eof() {
+  RequireOpen();
+  return position_ == Position::kWalking && !Walk().OnRow();
+}
+
+void TableRecordset::MoveFirst() {
+  RequireOpen();
+  position_ = Position::kWalking;
+  Walk().MoveFirst();
+}
+
+void TableRecordset::MoveNext() {
+  RequireOpen();
+  if (position_ == Position::kNowhere) {
+    throw Failure(FailureNumber::kNoCurrentRecord);
+  }
+  if (position_ == Position::kOnSoughtRow) {
+    WalkToSoughtRow();
+  }
+  Walk().MoveNext();
+}
+
+void TableRecordset::MoveLast() {
+  RequireOpen();
+  position_ = Position::kWalking;
+  Walk().MoveLast();
+}
+
+std::int32_t TableRecordset::RecordCount() {
+  RequireOpen();
+  return static_cast<std::int32_t>(database_->connection().QueryInteger(
+      "SELECT count(*) FROM \"" + std::string(table_.name) + "\""));
+}
+
+void TableRecordset::SetIndex(std::string_view strIndex) {
+  RequireOpen();
+  Require(type_ == RecordsetType::kByDefault && table_.key != KeyKind::kNone &&
+          strIndex == kPrimaryIndex);
+  indexed_ = true;
+}
+
+void TableRecordset::SeekKey(std::string_view strComparison, std::span<const Variant> keys) {
+  RequireOpen();
+  Require(indexed_ && strComparison == "=" && !keys.empty() &&
+          keys.size() <= static_cast<std::size_t>(table_.key_columns));
+  std::string shape = AllRowsOf(table_);
+  std::vector<StoredValue> values;
+  for (std::size_t i = 0; i < keys.size(); ++i) {
+    const Column& column = table_.columns[i];
+    shape += (i == 0 ? " WHERE " : " AND ") + std::string(column.name) + "=?";
+    values.push_back(StoredForm(keys[i], column.type));
+  }
+  StandOn(shape, std::move(values));
+}
+
+void TableRecordset::FindFirst(std::string_view strCriteria) {
+  RequireOpen();
+  Require(type_ == RecordsetType::kDynaset);
+  ShapedText text = ShapeOf(AllRowsOf(table_) + " WHERE " + std::string(strCriteria));
+  StandOn(text.shape, std::move(text.values));
+}
+
+bool TableRecordset::NoMatch() {
+  RequireOpen();
+  return no_match_;
+}
+
+Variant TableRecordset::Fields(std::string_view strName) {
+  RequireOpen();
+  const std::size_t column = IndexOf(table_, strName);
+  switch (position_) {
+    case Position::kWalking:
+      return Walk().Value(column);
+    case Position::kOnSoughtRow:
+      return SoughtValue(column);
+    case Position::kNowhere:
+      break;
+  }
+  throw Failure(FailureNumber::kNoCurrentRecord);
+}
+
+void TableRecordset::AddNew() {
+  RequireOpen();
+  change_ = Change::kAdding;
+  changes_.clear();
+}
+
+void TableRecordset::Edit() {
+  static_cast<void>(CurrentRowId());  // there must be a row to change
+  change_ = Change::kEditing;
+  changes_.clear();
+}
+
+void TableRecordset::SetField(std::string_view strName, const Variant& value) {
+  RequireOpen();
+  Require(change_ != Change::kNone);
+  const Column& column = table_.columns[IndexOf(table_, strName)];
+  changes_.insert_or_assign(std::string(column.name), StoredForm(value, column.type));
+}
+
+void TableRecordset::Update() {
+  RequireOpen();
+  Require(change_ != Change::kNone && !changes_.empty());
+  const bool adding = change_ == Change::kAdding;
+  std::string names;
+  std::string marks;
+  std::string assignments;
+  for (const auto& [name, value] : changes_) {
+    const std::string_view comma = names.empty() ? "" : ", ";
+    names.append(comma).append(name);
+    marks.append(comma).append("?");
+    assignments.append(comma).append(name).append(" = ?");
+  }
+  const std::string table(table_.name);
+  Statement statement(database_->connection().handle(),
+                      adding ? "INSERT INTO " + table + " (" + names + ") VALUES (" + marks + ")"
+                             : "UPDATE " + table + " SET " + assignments + " WHERE rowid = ?");
+  int parameter = 0;
+  for (const auto& [name, value] : changes_) {
+    statement.Bind(++parameter, value);
+  }
+  if (!adding) {
+    statement.Bind(++parameter, CurrentRowId());
+  }
+  statement.Step();
+  change_ = Change::kNone;
+  sought_.values.assign(table_.columns.size(), Empty{});
+}
+
+void TableRecordset::RequireOpen() const {
+  if (database_ == nullptr) {
+    throw Failure(FailureNumber::kObjectClosed);
+  }
+}
+
+void TableRecordset::Require(bool possible) const {
+  if (!possible) {
+    throw Failure(FailureNumber::kInvalidCall,
+                  "not possible on the table " + std::string(table_.name) + " as it was opened");
+  }
+}
+
+Cursor& TableRecordset::Walk() {
+  if (walk_ == nullptr) {
+    walk_ = std::make_unique<Cursor>(rows_, std::vector<StoredValue>{});
+  }
+  return *walk_;
+}
+
+void TableRecordset::StandOn(const std::string& shape, std::vector<StoredValue> values) {
+  position_ = Position::kNowhere;
+  no_match_ = true;
+  sought_by_ = &database_->ShapeFor(shape);
+  // The row's values are taken at once, so that a recordset that is kept holds nothing of the
+  // store; those that turn out to be read are known the next time.
+  const ColumnSet known = sought_by_->learned();
+  std::unique_ptr<PreparedSelect> select = sought_by_->Take(known, Direction::kForward);
+  int parameter = 0;
+  for (const StoredValue& value : values) {
+    select->statement.Bind(++parameter, value);
+  }
+  if (select->statement.Step()) {
+    sought_.rowid = select->statement.Integer(0);
+    sought_.values.assign(table_.columns.size(), Empty{});
+    for (std::size_t i = 0; i < table_.columns.size(); ++i) {
+      if (select->positions[i] >= 0) {
+        // What cannot be read is left for whoever asks for it.
+        ResumeNext([&] {
+          sought_.values[i] =
+              select->statement.Value(select->positions[i], table_.columns[i].type);
+        });
+      }
+    }
+    position_ = Position::kOnSoughtRow;
+    no_match_ = false;
+  }
+  sought_by_->GiveBack(std::move(select));
+}
+
+void TableRecordset::WalkToSoughtRow() {
+  position_ = Position::kWalking;
+  Walk().MoveFirst();
+  while (Walk().OnRow() && Walk().RowId(0) != sought_.rowid) {
+    Walk().MoveNext();
+  }
+}
+
+Variant TableRecordset::SoughtValue(std::size_t column) {
+  Variant& value = sought_.values[column];
+  if (IsEmpty(value)) {
+    sought_by_->Learn(ColumnSet{1} << column);
+    value = sought_by_->LookUp(column, sought_.rowid);
+  }
+  return value;
+}
+
+std::int64_t TableRecordset::CurrentRowId() {
+  RequireOpen();
+  if (position_ == Position::kOnSoughtRow) {
+    return sought_.rowid;
+  }
+  if (position_ == Position::kNowhere || !Walk().OnRow()) {
+    throw Failure(FailureNumber::kNoCurrentRecord);
+  }
+  return Walk().RowId(0);
+}
+
+}  // namespace vetlo

@@ -178,9 +178,9 @@ int RunCommandLine(int argc, const char* const* argv, std::ostream& out, std::os
       "Try:  quillmarsh sample home.qm\n"
       "      quillmarsh list home.qm\n"
       "      quillmarsh show home.qm \"Net Worth\"\n"
-      "'quillmarsh COMMAND --help' tells more of a command.");
+      "'quillmarsh COMMAND --help' tells more of a command.\n");
   app.set_version_flag("--version", "quillmarsh 3.20");
-  app.require_subcommand(1);
+  app.require_subcommand(0, 1);
   AddSample(app, program);
   AddList(app, program);
   AddShow(app, program);
@@ -191,6 +191,10 @@ int RunCommandLine(int argc, const char* const* argv, std::ostream& out, std::os
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
     return Misused(app, error, program);
+  }
+  if (!program.run) {
+    program.err << "quillmarsh: name a command; 'quillmarsh --help' shows what there is\n";
+    return kExitMisused;
   }
   return Run(program);
 }

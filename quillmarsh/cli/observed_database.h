@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "vetlo/store/database.h"
+#include "vetlo/store/forwarding.h"
 
 namespace quillmarsh {
 
@@ -17,23 +17,17 @@ struct StoreObserver {
 
 // A store that tells an observer which recordsets were opened and closed.
 // The store must outlive it.
-class ObservedDatabase : public vetlo::Database {
+class ObservedDatabase : public vetlo::ForwardingDatabase {
  public:
   ObservedDatabase(vetlo::Database& store, StoreObserver observer)
-      : store_(store), observer_(std::move(observer)) {}
+      : ForwardingDatabase(store), observer_(std::move(observer)) {}
 
   using Database::OpenRecordset;
   std::unique_ptr<vetlo::Recordset> OpenRecordset(std::string_view strSource,
                                                   vetlo::RecordsetType type) override;
-  void HoldSnapshot() override { store_.HoldSnapshot(); }
-  void ReleaseSnapshot() noexcept override { store_.ReleaseSnapshot(); }
-  void BeginTrans() override { store_.BeginTrans(); }
-  void CommitTrans() override { store_.CommitTrans(); }
-  void Rollback() noexcept override { store_.Rollback(); }
-  vetlo::Database& Unobserved() override { return store_; }
+  vetlo::Database& Unobserved() override { return Store(); }
 
  private:
-  vetlo::Database& store_;
   StoreObserver observer_;
 };
 

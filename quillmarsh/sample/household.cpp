@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "quillmarsh/sample/budgets.h"
 #include "quillmarsh/sample/life.h"

@@ -7,7 +7,9 @@
 namespace house {
 namespace {
 
+// The one room that sees the store's engine.
 constexpr std::string_view kStoreEngine = "vetlo/store/sqlite";
+constexpr std::string_view kStoreEngineHeader = "sqlite3.h";
 
 // A file outside of all rooms goes in through the door of one.
 constexpr struct {
@@ -19,8 +21,6 @@ constexpr struct {
 constexpr std::string_view kForbiddenHeaders[] = {"iostream", "fstream", "filesystem", "ctime",
                                                   "time.h",   "clocale", "locale",     "locale.h",
                                                   "cstdio",   "stdio.h", "unistd.h"};
-const std::regex kForbiddenWord(
-    R"(\b(getenv|secure_getenv|system_clock|steady_clock|high_resolution_clock)\b)");
 
 bool IsBelow(std::string_view path, std::string_view folder) {
   return path.size() > folder.size() && path.starts_with(folder) && path[folder.size()] == '/';
@@ -51,7 +51,19 @@ bool IsOpen(const std::string& home, const std::string& include, const Rooms& ro
   return !asked.empty() && !home.empty() && (asked == home || rooms.at(home).contains(asked));
 }
 
-std::string WithoutComment(const std::string& line) { return line.substr(0, line.find("//")); }
+bool IsForbiddenHeader(const std::string& include) {
+  return std::find(std::begin(kForbiddenHeaders), std::end(kForbiddenHeaders), include) !=
+         std::end(kForbiddenHeaders);
+}
+
+// The first forbidden word in the code of a line, or nothing.
+std::string ForbiddenWordIn(const std::string& line) {
+  static const std::regex kWord(
+      R"(\b(getenv|secure_getenv|system_clock|steady_clock|high_resolution_clock)\b)");
+  const std::string code = line.substr(0, line.find("//"));
+  std::smatch word;
+  return std::regex_search(code, word, kWord) ? word.str() : "";
+}
 
 }  // namespace
 
@@ -99,23 +111,19 @@ std::vector<std::string> CrossedWalls(const SourceFile& file, const Rooms& rooms
 }
 
 std::vector<std::string> ForbiddenUses(const SourceFile& file) {
-  if (IsBelow(file.path, kStoreEngine)) {
-    return {};
-  }
   std::vector<std::string> uses;
+  if (IsBelow(file.path, kStoreEngine)) {
+    return uses;
+  }
+  const bool component = IsBelow(file.path, "vetlo");
   for (const std::string& line : Lines(file.text)) {
     const std::string include = IncludeIn(line);
-    const bool component = IsBelow(file.path, "vetlo");
-    const bool forbidden =
-        component && std::find(std::begin(kForbiddenHeaders), std::end(kForbiddenHeaders),
-                               include) != std::end(kForbiddenHeaders);
-    if (include == "sqlite3.h" || forbidden) {
+    if (include == kStoreEngineHeader || (component && IsForbiddenHeader(include))) {
       uses.push_back(file.path + " includes " + include);
     }
-    const std::string code = WithoutComment(line);
-    std::smatch word;
-    if (component && std::regex_search(code, word, kForbiddenWord)) {
-      uses.push_back(file.path + " uses " + word.str());
+    const std::string word = ForbiddenWordIn(line);
+    if (component && !word.empty()) {
+      uses.push_back(file.path + " uses " + word);
     }
   }
   return uses;

@@ -119,7 +119,7 @@ struct Size {
   }
 };
 
-inline constexpr Size kSizes[] = {{1, 200},   {60, 200},  {3, 1000},   {3, 5000},
-                                  {60, 5000}, {3, 20000}, {20, 60000}, {1, 40000}};
+inline constexpr Size kSizes[] = {{1, 200},   {60, 200},   {3, 1000}, {3, 5000},
+                                  {60, 5000}, {20, 12000}, {1, 12000}};
 
 }  // namespace quillmarsh

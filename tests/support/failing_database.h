@@ -3,9 +3,10 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <utility>
 
 #include "vetlo/platform/failure.h"
-#include "vetlo/store/database.h"
+#include "vetlo/store/forwarding.h"
 
 namespace vetlo::testing {
 
@@ -18,11 +19,22 @@ class FailurePlan {
   // The n-th operation fails with this number.
   void FailAt(std::int64_t operation, Repeat repeat, FailureNumber number);
   void NeverFail() { first_ = 0; }
-  // From 1 again.
-  void StartCounting() { operations_ = 0; }
+  // Does something that neither fails nor counts; the next operation is the first.
+  template <typename Piece>
+  auto Unfailing(const Piece& piece) {
+    const std::int64_t first = std::exchange(first_, 0);
+    const auto watcher = std::exchange(on_operation, nullptr);
+    auto result = piece();
+    first_ = first;
+    on_operation = watcher;
+    operations_ = 0;
+    return result;
+  }
 
   // Called by every operation.
   void Count();
+  // Called by Close: a store that is broken from some operation on still lets go of things.
+  void CountClosing();
 
   [[nodiscard]] std::int64_t Operations() const { return operations_; }
   [[nodiscard]] bool HasFailed() const { return first_ > 0 && operations_ >= first_; }
@@ -31,31 +43,27 @@ class FailurePlan {
   std::function<void(std::int64_t operation)> on_operation;
 
  private:
+  [[noreturn]] void Fail() const;
+
   std::int64_t operations_ = 0;
   std::int64_t first_ = 0;
   Repeat repeat_ = Repeat::kOnce;
   FailureNumber number_ = FailureNumber::kStoreUnusable;
 };
 
-// A store whose operations fail by a plan. Letting go of things never fails. The store and the plan
+// A store whose operations fail by a plan. The store and the plan
 // must outlive it.
-class FailingDatabase : public Database {
+class FailingDatabase : public ForwardingDatabase {
  public:
-  FailingDatabase(Database& store, FailurePlan& plan) : store_(store), plan_(plan) {}
+  FailingDatabase(Database& store, FailurePlan& plan) : ForwardingDatabase(store), plan_(plan) {}
 
   using Database::OpenRecordset;
   std::unique_ptr<Recordset> OpenRecordset(std::string_view strSource, RecordsetType type) override;
-  void HoldSnapshot() override { store_.HoldSnapshot(); }
-  void ReleaseSnapshot() noexcept override { store_.ReleaseSnapshot(); }
-  void BeginTrans() override { store_.BeginTrans(); }
-  void CommitTrans() override { store_.CommitTrans(); }
-  void Rollback() noexcept override { store_.Rollback(); }
 
   // How many recordsets are neither closed nor gone.
   [[nodiscard]] std::int64_t OpenRecordsets() const { return *open_; }
 
  private:
-  Database& store_;
   FailurePlan& plan_;
   std::shared_ptr<std::int64_t> open_ = std::make_shared<std::int64_t>(0);
 };

@@ -87,10 +87,8 @@ void ReportBalanceHistory(ReportCall& call) {
   page.WriteHeaderLine();
   const std::size_t lngItemCount = history.dates.UpperBound();
   for (std::size_t i = 1; i <= lngItemCount; ++i) {
-    page.WriteCells(std::vector<std::string>{history.dates(i), texts(1, i)});
-    if (i != lngItemCount) {
-      page.WriteLineEnds(1);
-    }
+    page.WriteCells(std::vector<std::string>{history.dates(i), texts(1, i)},
+                    i == lngItemCount ? "" : "\r\n");
   }
 }
 

@@ -40,13 +40,9 @@ void ReportTwoTotals(ReportCall& call, const TwoTotals& totals, const TwoLabels&
                {"Total", ColumnSide::kRight, amounts, strTotal}});
   page.WriteHeading(call.row.strTitle, DateRangeCaption(call.dtmFromDate, call.dtmToDate));
   page.WriteHeaderLine();
-  page.WriteCells(std::vector<std::string>{names[0], amounts[0]});
-  page.WriteLineEnds(1);
-  page.WriteCells(std::vector<std::string>{names[1], amounts[1]});
-  page.WriteLineEnds(2);
-  page.WriteRule();
-  page.WriteRule();
-  page.WriteCells(std::vector<std::string>{labels.total, strTotal});
+  page.WriteCells(std::vector<std::string>{names[0], amounts[0]}, "\r\n");
+  page.WriteCells(std::vector<std::string>{names[1], amounts[1]}, "\r\n\r\n");
+  page.WriteTotal(std::vector<std::string>{labels.total, strTotal});
 }
 
 void ChartTwoTotals(ReportCall& call, const TwoTotals& totals, const TwoLabels& labels) {

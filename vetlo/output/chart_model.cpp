@@ -20,7 +20,11 @@ void ChartModel::SetRowCount(std::int32_t count) {
   }
 }
 
-void ChartModel::SetColumnCount(std::int32_t count) { SetRowCount(count); }
+void ChartModel::SetColumnCount(std::int32_t count) {
+  if (count <= 0) {
+    Clear();
+  }
+}
 
 void ChartModel::SetChartData(const AmountMatrix& data) {
   data_ = data;

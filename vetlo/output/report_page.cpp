@@ -9,7 +9,6 @@
 namespace vetlo {
 namespace {
 
-constexpr std::string_view kLineEnd = "\r\n";
 constexpr float kTwipsPerCentimetre = 567;
 constexpr float kPageWidthWithoutPrinter = 11920.0F;
 constexpr float kMarginAllowance = 390.0F;
@@ -33,7 +32,7 @@ class RowWriter {
     if (IsData(amount, label)) {
       page_.WriteCells(std::vector<std::string>{label, text});
     } else if (rule_ == RowRule::kHeadingRows && !label.empty()) {
-      page_.Write(label + std::string(kLineEnd) + page_.RuleLine());
+      page_.Write(label + "\r\n" + page_.RuleLine());
     }
   }
 
@@ -131,21 +130,20 @@ void ReportPage::WriteHeading(std::string_view strTitle, std::string_view strDat
 void ReportPage::BeginHeading() {
   report_.SetSelAlignment(Alignment::kCenter);
   SetFontOf(form_.picReportTextFont());
-  WriteLineEnds(1);
+  Write("\r\n");
   SetFontOf(form_.picReportTitleFont());
 }
 
 void ReportPage::WriteTitleLine(std::string_view strTitleLine) {
-  Write(std::string(strTitleLine) + std::string(kLineEnd));
+  Write(std::string(strTitleLine) + "\r\n");
 }
 
 void ReportPage::EndHeading(std::string_view strDateCaption) {
   SetFontOf(form_.picReportTextFont());
   if (strDateCaption.empty()) {
-    WriteLineEnds(2);
+    Write("\r\n\r\n");
   } else {
-    Write(std::string(kLineEnd) + std::string(strDateCaption));
-    WriteLineEnds(3);
+    Write("\r\n" + std::string(strDateCaption) + "\r\n\r\n\r\n");
   }
   report_.SetSelAlignment(Alignment::kLeft);
 }
@@ -155,13 +153,11 @@ void ReportPage::WriteHeaderLine() {
   for (const ReportColumn& column : columns_) {
     headers.push_back(column.header);
   }
-  WriteCells(headers);
-  WriteLineEnds(1);
-  WriteRule();
-  WriteLineEnds(1);
+  WriteCells(headers, "\r\n");
+  Write(strRuleLine_ + "\r\n\r\n");
 }
 
-void ReportPage::WriteCells(std::span<const std::string> texts) {
+void ReportPage::WriteCells(std::span<const std::string> texts, std::string_view line_end) {
   std::string line;
   for (std::size_t i = 0; i < texts.size(); ++i) {
     const bool right = columns_[i].side == ColumnSide::kRight;
@@ -169,17 +165,13 @@ void ReportPage::WriteCells(std::span<const std::string> texts) {
     line += right ? RightAlignToWidth(sngColumnWidths_[i], texts[i], form_.picReportTextFont())
                   : texts[i];
   }
-  Write(line);
+  Write(line.append(line_end));
 }
 
-void ReportPage::WriteRule() { Write(strRuleLine_ + std::string(kLineEnd)); }
-
-void ReportPage::WriteLineEnds(int count) {
-  std::string text;
-  for (int i = 0; i < count; ++i) {
-    text += kLineEnd;
-  }
-  Write(text);
+void ReportPage::WriteTotal(std::span<const std::string> texts) {
+  Write(strRuleLine_ + "\r\n");
+  Write(strRuleLine_ + "\r\n");
+  WriteCells(texts);
 }
 
 void ReportPage::SetFontOf(const PictureBox& box) {
@@ -205,11 +197,9 @@ void WriteAmountReport(ReportPage& page, const AmountTable& table, const ReportT
   const std::size_t lngItemCount = rows.Labels().UpperBound();
   for (std::size_t i = 1; i <= lngItemCount; ++i) {
     writer.Write(amounts(1, i), rows.Labels()(i), texts(1, i));
-    page.WriteLineEnds(i == lngItemCount ? 2 : 1);
+    page.Write(i == lngItemCount ? "\r\n\r\n" : "\r\n");
   }
-  page.WriteRule();
-  page.WriteRule();
-  page.WriteCells(std::vector<std::string>{table.strTotalLabel, strTotal});
+  page.WriteTotal(std::vector<std::string>{table.strTotalLabel, strTotal});
 }
 
 }  // namespace vetlo

@@ -62,10 +62,10 @@ class ReportPage {
 
   // The headers over a rule.
   void WriteHeaderLine();
-  // One line of a table without its line end, a text for each column.
-  void WriteCells(std::span<const std::string> texts);
-  void WriteRule();
-  void WriteLineEnds(int count);
+  // One line of a table, a text for each column.
+  void WriteCells(std::span<const std::string> texts, std::string_view line_end = {});
+  // The last line of a table, under a double rule.
+  void WriteTotal(std::span<const std::string> texts);
   void Write(std::string_view text) { report_.SetSelText(text); }
 
   [[nodiscard]] const std::string& RuleLine() const { return strRuleLine_; }

@@ -48,7 +48,17 @@ Currency operator-(Currency a, Currency b) {
   return Currency::FromUnits(difference);
 }
 
-double ToDouble(Currency amount) { return static_cast<double>(amount.units()) / kUnitsPerOne; }
+double ToDouble(Currency amount) {
+  constexpr std::int64_t kExactInADouble = std::int64_t{1} << kMantissaBits;
+  const std::int64_t units = amount.units();
+  if (units >= -kExactInADouble && units <= kExactInADouble) {
+    return static_cast<double>(units) / kUnitsPerOne;
+  }
+  // Whole ones are exact up to here, and no fraction of this few digits comes near enough to a
+  // half of the last place to be rounded twice.
+  return static_cast<double>(units / kUnitsPerOne) +
+         static_cast<double>(units % kUnitsPerOne) / kUnitsPerOne;
+}
 
 Currency CCur(double value) {
   constexpr double kBeyond = 1e15;  // 2^63 ten-thousandths are less than that many ones

@@ -186,7 +186,8 @@ std::string FormatCurrency(double value, int digits, LeadingDigit leading,
   }
   std::string number = Format(std::fabs(value), picture, locale);
   number = locale.sign_in_front ? locale.currency_sign + number : number + locale.currency_sign;
-  return value < 0 ? "-" + number : number;
+  const bool zero = number.find_first_of("123456789") == std::string::npos;
+  return value < 0 && !zero ? "-" + number : number;
 }
 
 }  // namespace vetlo

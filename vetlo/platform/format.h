@@ -19,7 +19,7 @@ struct NumberLocale {
 inline constexpr std::string_view kAmountPicture = "#,##0.00";
 
 // Writes a number by a picture: `0` is a digit always shown, `#` one shown where it is
-// significant, `,` between digit places asks for groups of three, `.` is the decimal point and is
+// significant, `,` before the point asks for groups of three, `.` is the decimal point and is
 // shown whatever follows it. The number is taken to 15 significant digits and rounded half away
 // from zero to the picture's last place; a minus sign stands in front unless all shown digits are
 // zero. A number that is not finite fails with kOverflow, a picture with any other character with

@@ -13,8 +13,8 @@ std::string_view Trim(std::string_view text);
 // A number as it is joined to an SQL text: one blank in front of a number that is not negative.
 std::string Str(std::int32_t number);
 
-// How many characters (code points) a UTF-8 text has. A byte that starts no character counts as
-// one.
+// How many characters (code points) a UTF-8 text has. Stray bytes count with what stands before
+// them.
 std::size_t CharacterCount(std::string_view text);
 
 // The first `count` characters of a UTF-8 text.

@@ -149,8 +149,10 @@ void RaiseStoreFailure(sqlite3* handle, int result) {
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
       throw Failure(FailureNumber::kStoreUnusable, "another program is using the store; try again");
-    case SQLITE_CORRUPT:
     case SQLITE_NOTADB:
+      throw Failure(FailureNumber::kStoreUnusable,
+                    "this is no Quillmarsh store: it is no database at all");
+    case SQLITE_CORRUPT:
       throw Failure(FailureNumber::kStoreUnusable,
                     "the store is damaged (" + message + "); restore it from a copy");
     case SQLITE_ERROR:

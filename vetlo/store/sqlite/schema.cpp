@@ -1,6 +1,7 @@
 #include "vetlo/store/sqlite/schema.h"
 
 #include <array>
+#include <set>
 
 #include "vetlo/platform/failure.h"
 #include "vetlo/store/model.h"
@@ -74,22 +75,35 @@ std::string TableSql(const Table& table) {
   return "CREATE TABLE " + std::string(table.name) + " (" + columns + KeySql(table) + ")";
 }
 
+std::string Folded(std::string name) {
+  for (char& c : name) {
+    c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+  }
+  return name;
+}
+
 [[noreturn]] void RaiseNotOurs(const std::string& why) {
   throw Failure(FailureNumber::kStoreUnusable, "this is no Quillmarsh store: " + why);
 }
 
-void CheckTable(Connection& connection, const Table& table) {
-  const std::string name(table.name);
-  // A real table with numbered rows: no view, nothing virtual.
-  if (connection.QueryInteger("SELECT count(*) FROM pragma_table_list('" + name +
-                              "') WHERE schema = 'main' AND type = 'table' AND wr = 0") != 1) {
-    RaiseNotOurs("it has no table " + name);
+// "Table.Column" of every real table with numbered rows: no view, nothing virtual.
+std::set<std::string> ColumnsOfTables(Connection& connection) {
+  Statement statement(connection.handle(),
+                      "SELECT t.name || '.' || c.name FROM pragma_table_list AS t, "
+                      "pragma_table_info(t.name) AS c "
+                      "WHERE t.schema = 'main' AND t.type = 'table' AND t.wr = 0");
+  std::set<std::string> names;
+  while (statement.Step()) {
+    names.insert(Folded(ToText(statement.Value(0, ColumnType::kText))));
   }
+  return names;
+}
+
+void CheckTable(const Table& table, const std::set<std::string>& there) {
+  const std::string name(table.name);
   for (const Column& column : table.columns) {
-    if (connection.QueryInteger("SELECT count(*) FROM pragma_table_info('" + name +
-                                "') WHERE name = '" + std::string(column.name) +
-                                "' COLLATE NOCASE") != 1) {
-      RaiseNotOurs("its table " + name + " has no column " + std::string(column.name));
+    if (!there.contains(Folded(name + "." + std::string(column.name)))) {
+      RaiseNotOurs("it has no table " + name + " with a column " + std::string(column.name));
     }
   }
 }
@@ -119,8 +133,9 @@ void CheckSchema(Connection& connection) {
     throw Failure(FailureNumber::kStoreUnusable,
                   "this store was written by a newer Quillmarsh; update this one");
   }
+  const std::set<std::string> there = ColumnsOfTables(connection);
   for (const Table& table : StoreTables()) {
-    CheckTable(connection, table);
+    CheckTable(table, there);
   }
 }
 

@@ -49,14 +49,7 @@ bool IsThere(const std::string& path) {
 
 std::unique_ptr<Database> OpenStore(const std::string& path, StoreAccess access) {
   Connection connection = Connection::OpenFile(ResolvedFile(path), access);
-  try {
-    CheckSchema(connection);
-  } catch (const Failure&) {
-    if (sqlite3_errcode(connection.handle()) == SQLITE_NOTADB) {
-      RaiseUnusable("this is no Quillmarsh store: it is no database at all");
-    }
-    throw;
-  }
+  CheckSchema(connection);
   connection.RestrictToModel(access);
   return std::make_unique<SqliteDatabase>(std::move(connection));
 }
@@ -100,6 +93,8 @@ StoreBuilder::StoreBuilder(const std::string& path) {
 }
 
 StoreBuilder::~StoreBuilder() = default;
+StoreBuilder::StoreBuilder(StoreBuilder&&) noexcept = default;
+StoreBuilder& StoreBuilder::operator=(StoreBuilder&&) noexcept = default;
 
 void StoreBuilder::Insert(std::string_view table_name, const Values& values) {
   const Table* const table = FindTable(table_name);

@@ -30,8 +30,8 @@ class StoreBuilder {
   // is only complete after Finish.
   explicit StoreBuilder(const std::string& path);
   ~StoreBuilder();
-  StoreBuilder(const StoreBuilder&) = delete;
-  StoreBuilder& operator=(const StoreBuilder&) = delete;
+  StoreBuilder(StoreBuilder&&) noexcept;
+  StoreBuilder& operator=(StoreBuilder&&) noexcept;
 
   // Adds a row. Columns that are not named take their default.
   void Insert(std::string_view table, const Values& values);

@@ -206,8 +206,7 @@ void TableRecordset::StandOn(const std::string& shape, std::vector<StoredValue> 
       if (select->positions[i] >= 0) {
         // What cannot be read is left for whoever asks for it.
         ResumeNext([&] {
-          sought_.values[i] =
-              select->statement.Value(select->positions[i], table_.columns[i].type);
+          sought_.values[i] = select->statement.Value(select->positions[i], table_.columns[i].type);
         });
       }
     }

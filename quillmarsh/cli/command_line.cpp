@@ -129,6 +129,12 @@ void AddFigure(CLI::App& app, Program& program) {
   command->add_option("OPERATION", arguments->operation, "one of " + names)->required();
   command->add_option("--from", arguments->from, "the first day, YYYY-MM-DD (default: open)");
   command->add_option("--to", arguments->to, "the last day, YYYY-MM-DD (default: open)");
+  command->add_option("--number", arguments->number, "the category or subcategory");
+  command->add_flag("--unassigned", arguments->unassigned,
+                    "what has no category, or of a category what has no subcategory");
+  command->add_option("--cur", arguments->cur,
+                      "twelve monthly amounts joined by commas, for TotalBudgetOfDateRange, which "
+                      "reads no store: give - for STORE");
   command->add_option("--format", arguments->format, "text or json")->capture_default_str();
   command->callback([&program, arguments] {
     program.run = [&program, arguments] { FigureCommand(*arguments, program.out); };

@@ -17,54 +17,176 @@
 namespace quillmarsh {
 namespace {
 
+using vetlo::clsTamo;
 using vetlo::Currency;
+using vetlo::Database;
+using vetlo::Date;
 
+// What an operation is asked with.
 struct Question {
-  vetlo::clsTamo& component;
-  vetlo::Database& store;
-  vetlo::Date to;
+  clsTamo& component;
+  Database* store = nullptr;  // null for the operation that reads none
+  Date from = {};
+  Date to = {};
+  std::int32_t number = 0;
+  bool unassigned = false;
+  std::vector<Currency> cur = {};
 };
 
-using OnAccounts = Currency (vetlo::clsTamo::*)(vetlo::Database&, vetlo::Recordset&, vetlo::Date);
+// What it answers; the days are those of what was counted, where the operation tells them.
+struct Answer {
+  Currency amount;
+  std::optional<Date> first;
+  std::optional<Date> last;
+};
+
+// ---- the shapes of the operations
+
+using OnAccounts = Currency (clsTamo::*)(Database&, vetlo::Recordset&, Date);
+using OfPeriod = Currency (clsTamo::*)(Database&, Date, Date);
+using OfPart = Currency (clsTamo::*)(Database&, Date, Date, std::int32_t, bool, Date*, Date*);
 
 template <OnAccounts figure>
-Currency OfAccounts(const Question& question) {
-  const auto accounts = question.store.OpenRecordset("Account");
-  return (question.component.*figure)(question.store, *accounts, question.to);
+Answer OnDate(const Question& question) {
+  const auto accounts = question.store->OpenRecordset("Account");
+  return {(question.component.*figure)(*question.store, *accounts, question.to), {}, {}};
 }
 
-Currency CreditCardDebt(const Question& question) {
-  return question.component.TotalCreditCardDebt(question.store, question.to);
+Answer CreditCardDebt(const Question& question) {
+  return {question.component.TotalCreditCardDebt(*question.store, question.to), {}, {}};
 }
+
+template <OfPeriod figure>
+Answer Between(const Question& question) {
+  return {(question.component.*figure)(*question.store, question.from, question.to), {}, {}};
+}
+
+template <OfPart figure>
+Answer OfCategory(const Question& question) {
+  Date first;
+  Date last;
+  Answer answer;
+  answer.amount = (question.component.*figure)(*question.store, question.from, question.to,
+                                               question.number, question.unassigned, &first, &last);
+  if (first <= last) {
+    answer.first = first;
+    answer.last = last;
+  }
+  return answer;
+}
+
+Answer Budget(const Question& question) {
+  return {
+      question.component.TotalBudgetOfDateRange(question.cur, question.from, question.to), {}, {}};
+}
+
+// Which options an operation takes beside --to.
+enum Takes : unsigned { kToAlone = 0, kFrom = 1, kNumber = 2, kAmounts = 4 };
 
 struct Operation {
   const char* name;
-  Currency (*answer)(const Question& question);
+  unsigned takes;
+  bool number_needed;  // unless --unassigned stands in its place
+  Answer (*answer)(const Question& question);
 };
 
 constexpr std::array kOperations = {
-    Operation{"TotalAssets", OfAccounts<&vetlo::clsTamo::TotalAssets>},
-    Operation{"TotalLiabilities", OfAccounts<&vetlo::clsTamo::TotalLiabilities>},
-    Operation{"TotalCreditCardDebt", CreditCardDebt},
+    Operation{"TotalAssets", kToAlone, false, OnDate<&clsTamo::TotalAssets>},
+    Operation{"TotalLiabilities", kToAlone, false, OnDate<&clsTamo::TotalLiabilities>},
+    Operation{"TotalCreditCardDebt", kToAlone, false, CreditCardDebt},
+    Operation{"TotalIncome", kFrom, false, Between<&clsTamo::TotalIncome>},
+    Operation{"TotalExpenses", kFrom, false, Between<&clsTamo::TotalExpenses>},
+    Operation{"TotalIncomeOfCategory", kFrom | kNumber, false,
+              OfCategory<&clsTamo::TotalIncomeOfCategory>},
+    Operation{"TotalExpensesOfCategory", kFrom | kNumber, false,
+              OfCategory<&clsTamo::TotalExpensesOfCategory>},
+    Operation{"TotalIncomeOfSubCategory", kFrom | kNumber, true,
+              OfCategory<&clsTamo::TotalIncomeOfSubCategory>},
+    Operation{"TotalExpensesOfSubCategory", kFrom | kNumber, true,
+              OfCategory<&clsTamo::TotalExpensesOfSubCategory>},
+    Operation{"TotalBudgetOfDateRange", kFrom | kAmounts, false, Budget},
 };
+
+std::string OperationNames() {
+  std::string names;
+  for (const std::string& name : FigureOperations()) {
+    names += (names.empty() ? "" : ", ") + name;
+  }
+  return names;
+}
 
 const Operation& OperationNamed(const std::string& name) {
   const auto* const found = std::ranges::find_if(
       kOperations, [&](const Operation& operation) { return operation.name == name; });
   if (found == kOperations.end()) {
-    std::string names;
-    for (const std::string& known : FigureOperations()) {
-      names += (names.empty() ? "" : ", ") + known;
-    }
-    throw UserError("there is no figure '" + name + "'; there are " + names);
+    throw UserError("there is no figure '" + name + "'; there are " + OperationNames());
   }
   return *found;
+}
+
+void Refuse(bool refused, const Operation& operation, const std::string& option) {
+  if (refused) {
+    throw UserError(std::string(operation.name) + " does not take " + option);
+  }
+}
+
+void CheckOptions(const FigureArguments& arguments, const Operation& operation) {
+  Refuse(!arguments.from.empty() && (operation.takes & kFrom) == 0, operation, "--from");
+  Refuse(arguments.number && (operation.takes & kNumber) == 0, operation, "--number");
+  Refuse(arguments.unassigned && (operation.takes & kNumber) == 0, operation, "--unassigned");
+  Refuse(!arguments.cur.empty() && (operation.takes & kAmounts) == 0, operation, "--cur");
+  if (operation.number_needed && !arguments.number) {
+    throw UserError(std::string(operation.name) +
+                    " takes --number, of a subcategory, or with "
+                    "--unassigned of a category");
+  }
+  if (arguments.format != "text" && arguments.format != "json") {
+    throw UserError("--format takes text or json, not '" + arguments.format + "'");
+  }
+}
+
+std::int32_t NumberArgument(const std::optional<std::string>& text) {
+  const auto number = text ? WholeNumber(*text) : 0;
+  if (!number) {
+    throw UserError("--number takes a whole number, not '" + *text + "'");
+  }
+  return *number;
+}
+
+std::vector<Currency> AmountsArgument(const std::string& text) {
+  constexpr std::size_t kMonths = 12;
+  std::vector<Currency> amounts;
+  std::size_t at = 0;
+  while (at <= text.size()) {
+    const std::size_t end = std::min(text.find(',', at), text.size());
+    try {
+      amounts.push_back(vetlo::ToCurrency(vetlo::Variant(text.substr(at, end - at))));
+    } catch (const vetlo::Failure&) {
+      amounts.clear();
+      break;
+    }
+    at = end + 1;
+  }
+  if (amounts.size() != kMonths) {
+    throw UserError("--cur takes twelve amounts joined by commas, January first, not '" + text +
+                    "'");
+  }
+  return amounts;
 }
 
 // "1234.5000".
 std::string PlainAmount(Currency amount) {
   const vetlo::NumberLocale plain{".", "", "", true};
   return vetlo::Format(amount, "0.0000", plain);
+}
+
+std::string JsonAnswer(const Answer& answer) {
+  std::string text = ",\"result\":\"" + PlainAmount(answer.amount) + "\"";
+  if (answer.first && answer.last) {
+    text += ",\"first\":\"" + vetlo::IsoDateText(*answer.first) + "\",\"last\":\"" +
+            vetlo::IsoDateText(*answer.last) + "\"";
+  }
+  return text;
 }
 
 }  // namespace
@@ -79,24 +201,29 @@ std::vector<std::string> FigureOperations() {
 
 void FigureCommand(const FigureArguments& arguments, std::ostream& out) {
   const Operation& operation = OperationNamed(arguments.operation);
-  if (!arguments.from.empty()) {
-    throw UserError(std::string(operation.name) + " holds on one date: it takes --to alone");
-  }
-  if (arguments.format != "text" && arguments.format != "json") {
-    throw UserError("--format takes text or json, not '" + arguments.format + "'");
+  CheckOptions(arguments, operation);
+  TerminalPlatform platform(EnvironmentLocale());
+  clsTamo component(platform);
+  Question question{component};
+  question.from = DateArgumentOr("--from", arguments.from, vetlo::Services().EarliestDate());
+  question.to = DateArgumentOr("--to", arguments.to, vetlo::Services().LatestDate());
+  question.number = NumberArgument(arguments.number);
+  question.unassigned = arguments.unassigned;
+  std::unique_ptr<Database> store;
+  if ((operation.takes & kAmounts) != 0) {
+    question.cur = AmountsArgument(arguments.cur);
+  } else {
+    store = OpenStoreFile(arguments.store, vetlo::StoreAccess::kReadOnly);
+    question.store = store.get();
   }
   const bool json = arguments.format == "json";
-  const vetlo::Date to = DateArgumentOr("--to", arguments.to, vetlo::Services().LatestDate());
-  TerminalPlatform platform(EnvironmentLocale());
-  vetlo::clsTamo component(platform);
-  const auto store = OpenStoreFile(arguments.store, vetlo::StoreAccess::kReadOnly);
   const std::string head = "{\"operation\":" + JsonText(operation.name);
   try {
-    const Currency amount = operation.answer({component, *store, to});
+    const Answer answer = operation.answer(question);
     if (json) {
-      out << head << ",\"result\":\"" << PlainAmount(amount) << "\"}\n";
+      out << head << JsonAnswer(answer) << "}\n";
     } else {
-      out << vetlo::Format(amount, vetlo::kAmountPicture, platform.Locale()) << "\n";
+      out << vetlo::Format(answer.amount, vetlo::kAmountPicture, platform.Locale()) << "\n";
     }
   } catch (const vetlo::Failure& failure) {
     if (!json) {

@@ -1,16 +1,20 @@
 #pragma once
 
 #include <iosfwd>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace quillmarsh {
 
 struct FigureArguments {
-  std::string store;
+  std::string store;  // "-" for the operation that reads none
   std::string operation;
   std::string from;
   std::string to;
+  std::optional<std::string> number;
+  bool unassigned = false;
+  std::string cur;              // twelve amounts, joined by commas
   std::string format = "text";  // or "json"
 };
 

@@ -8,12 +8,10 @@
 #include "vetlo/balance/totals.h"
 #include "vetlo/platform/text.h"
 #include "vetlo/services/common_services.h"
+#include "vetlo/services/report_rows.h"
 
 namespace vetlo {
 namespace {
-
-constexpr double kMarker = -1.0;  // the amount of a heading or a blank line
-constexpr double kLeastShareInChart = 0.05;
 
 // One side of the balance sheet.
 struct Side {
@@ -51,27 +49,18 @@ struct Request {
   [[nodiscard]] bool ForReport() const { return lngChartOrReportType == ChartOrReport::kReport; }
 };
 
-std::string AccountLabel(Recordset& recAccount, const Request& request) {
-  std::string name = TextField(recAccount, "AccountName");
-  if (!request.ForReport()) {
-    return name;
-  }
-  const auto type = Services().AccountTypeInfo(LongField(recAccount, "AccountType"));
-  return std::string(type.name) + ":" + name;
-}
-
 // Hands over each account of a side that is large enough to stand by itself, by name, and gives
 // the sum of those.
 Currency ListAccounts(const Request& request, const Side& side, Currency curGrand,
                       const std::function<void(Currency, std::string)>& list) {
-  const double dblShare = request.ForReport() ? 0 : kLeastShareInChart;
+  const double dblShare = LeastShareShown(request.lngChartOrReportType);
   Currency curListed;
   ForEachRowOf(
       request.dbDov, "SELECT * FROM Account ORDER BY AccountName,AccountType,AccountNumber",
       [&](Recordset& rec) {
         const Currency curBalance = BalanceOnSide(request.dbDov, rec, side, request.dtmToDate);
         if (curBalance > Currency{} && ExceedsShare(curBalance, curGrand, dblShare)) {
-          list(curBalance, AccountLabel(rec, request));
+          list(curBalance, AccountLabel(rec, request.lngChartOrReportType));
           curListed += curBalance;
         }
       });
@@ -101,8 +90,8 @@ class SideRows {
     }
   }
 
-  void AddHeadingRow() { rows_.Add(kMarker, std::string(side_.heading)); }
-  void AddBlankLine() { rows_.Add(kMarker, ""); }
+  void AddHeadingRow() { rows_.AddHeading(side_.heading); }
+  void AddBlankLine() { rows_.AddHeading(""); }
 
   // A chart draws what is owed below its axis.
   void Add(Currency curAmount, std::string label) {

@@ -5,6 +5,7 @@
 #include "vetlo/output/chart_writer.h"
 #include "vetlo/output/date_range_caption.h"
 #include "vetlo/services/common_services.h"
+#include "vetlo/services/report_rows.h"
 
 namespace vetlo {
 namespace {
@@ -33,10 +34,8 @@ std::string TitleLine(ReportCall& call, std::int32_t lngAccountNumber) {
   if (!call.tables.Find(LookUpTable::kAccount, lngAccountNumber)) {
     return call.row.strTitle;
   }
-  Recordset& recAccount = call.tables[LookUpTable::kAccount];
-  const auto type = Services().AccountTypeInfo(LongField(recAccount, "AccountType"));
-  return call.row.strTitle + ":" + std::string(type.name) + ":" +
-         TextField(recAccount, "AccountName");
+  return call.row.strTitle + ":" +
+         AccountLabel(call.tables[LookUpTable::kAccount], ChartOrReport::kReport);
 }
 
 // The account's name behind a prefix, or where there is no such account what stands in its place.

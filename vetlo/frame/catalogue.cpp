@@ -4,7 +4,9 @@
 #include <vector>
 
 #include "vetlo/balance/net_worth.h"
+#include "vetlo/cashflow/category_reports.h"
 #include "vetlo/frame/balance_history.h"
+#include "vetlo/frame/budget_reports.h"
 #include "vetlo/frame/two_totals.h"
 #include "vetlo/output/chart_writer.h"
 #include "vetlo/output/date_range_caption.h"
@@ -49,12 +51,19 @@ void ReportSeries(ReportCall& call) {
                     curTotal, lngComputeError == 0, call.platform.Locale());
 }
 
+// A chart that is a routine of its own guards for itself: what fails in it later is cleaned up
+// after.
+enum class Guarded { kByTheFrame, kByItself };
+
+template <Guarded guarded>
 void ChartSeries(ReportCall& call) {
   const Family& family = *FamilyOf(call.row.ChartReportSubTypeAttr);
   const NumberLocale& locale = call.platform.Locale();
   AmountRows rows;
   Currency curTotal;
-  const std::int32_t lngComputeError = call.Guard([&] { curTotal = family.compute(call, rows); });
+  const auto compute = [&] { curTotal = family.compute(call, rows); };
+  const std::int32_t lngComputeError =
+      guarded == Guarded::kByTheFrame ? call.Guard(compute) : ResumeNext(compute);
   ChartWriter writer(*call.objChart, call.row.ChartType, call.form, locale);
   if (lngComputeError == 0) {
     WriteSeries(writer, rows, ChartUnit::kMoney, locale);
@@ -68,7 +77,13 @@ void ChartSeries(ReportCall& call) {
 Family OfSeries(std::vector<std::int32_t> numbers,
                 Currency (*compute)(const ReportCall&, AmountRows&), AmountTable table,
                 ChartTitle chart_title) {
-  return {std::move(numbers), compute, std::move(table), chart_title, ReportSeries, ChartSeries};
+  return {std::move(numbers), compute,      std::move(table),
+          chart_title,        ReportSeries, ChartSeries<Guarded::kByTheFrame>};
+}
+
+Family WithAChartApart(Family family) {
+  family.chart = ChartSeries<Guarded::kByItself>;
+  return family;
 }
 
 // ---- families whose figures are still to come stand under their title
@@ -84,13 +99,20 @@ void ChartTitleAlone(ReportCall& call) {
   call.objChart->SetFootnoteText(DateRangeCaption(call.dtmFromDate, call.dtmToDate));
 }
 
-// ---- what computes the families of net worth
+// ---- what computes the families of one series
 
 using OnOneDate = Currency (*)(Database&, Date, AmountRows&, ChartOrReport);
 
 template <OnOneDate routine>
 Currency On(const ReportCall& call, AmountRows& rows) {
   return routine(call.dbDov, call.dtmToDate, rows, call.Target());
+}
+
+using OfAPeriod = Currency (*)(Database&, Date, Date, AmountRows&, ChartOrReport);
+
+template <OfAPeriod routine>
+Currency Between(const ReportCall& call, AmountRows& rows) {
+  return routine(call.dbDov, call.dtmFromDate, call.dtmToDate, rows, call.Target());
 }
 
 const std::vector<Family>& Catalogue() {
@@ -107,11 +129,21 @@ const std::vector<Family>& Catalogue() {
                {"Account", "Balance", "Total", RowRule::kAllRows}, kWithTotal),
       OfItsOwn({18, 31, 39}, ReportAssetsAndLiabilities, ChartAssetsAndLiabilities),
       OfItsOwn({25}, ReportBalanceHistory, ChartBalanceHistory),
-      OfItsOwn({7, 9, 10, 54, 58, 59}, ReportTitleAlone, nullptr),
-      OfItsOwn(
-          {1,  2,  3,  4,  8,  11, 12, 13, 14, 15, 16, 17, 19, 22, 23, 24, 26, 27, 28, 29, 30, 32,
-           33, 34, 35, 36, 37, 38, 40, 41, 42, 45, 46, 47, 48, 49, 50, 51, 52, 53, 55, 56, 57},
-          ReportTitleAlone, ChartTitleAlone),
+      OfSeries({1, 23, 36, 38, 46, 48, 50, 52}, Between<ExpensesByCategory>,
+               {"Category", "Amount", "Total Expenses", RowRule::kHeadingRows}, kWithTotal),
+      OfSeries({22, 35, 37, 45, 47, 49, 51}, Between<IncomeByCategory>,
+               {"Category", "Amount", "Total Income", RowRule::kHeadingRows}, kWithTotal),
+      OfSeries({4, 55, 56, 57}, Between<IncomeAndExpensesByCategory>,
+               {"Category", "Total", "Expenses Less Income", RowRule::kHeadingRows}, kAlone),
+      WithAChartApart(OfSeries({3}, Between<CashFlowByCategory>,
+                               {"Category", "Total", "Expenses Less Income", RowRule::kHeadingRows},
+                               kWithTotal)),
+      OfItsOwn({19, 32, 33, 34, 40, 41, 42}, ReportIncomeAndExpenses, ChartIncomeAndExpenses),
+      OfItsOwn({58}, ShowAnnualBudgetReport, nullptr),
+      OfItsOwn({59}, ShowBudgetAgainstActualReport, nullptr),
+      OfItsOwn({7, 9, 10, 54}, ReportTitleAlone, nullptr),
+      OfItsOwn({2, 8, 11, 12, 13, 14, 15, 16, 17, 24, 26, 27, 28, 29, 30, 53}, ReportTitleAlone,
+               ChartTitleAlone),
   };
   return families;
 }

@@ -1,11 +1,15 @@
 #include "vetlo/frame/tamo.h"
 
 #include "vetlo/balance/totals.h"
+#include "vetlo/budget/budget_amounts.h"
+#include "vetlo/cashflow/category_totals.h"
+#include "vetlo/cashflow/period_totals.h"
 #include "vetlo/frame/busy_pointer.h"
 #include "vetlo/frame/catalogue.h"
 #include "vetlo/frame/date_range.h"
 #include "vetlo/frame/report_call.h"
 #include "vetlo/output/chart_writer.h"
+#include "vetlo/services/common_services.h"
 
 namespace vetlo {
 namespace {
@@ -38,6 +42,45 @@ DisplayObject* TargetOf(const SettingsRow& row, ChartObject* objChart, ReportObj
       return objReport;
   }
   return nullptr;
+}
+
+// ---- the totals of categories
+
+struct FlowOfAPeriod {
+  Flow flow;
+  Date dtmFromDate;
+  Date dtmToDate;
+};
+
+struct CategorySubject {
+  std::int32_t number;
+  bool unassigned;
+};
+
+// Where the caller wants the two days, null where he does not.
+struct DaysCounted {
+  Date* first;
+  Date* last;
+};
+
+using CategoryTotal = DatedTotal (*)(Database&, Flow, Date, Date, std::int32_t, bool);
+
+Currency Answer(CategoryTotal operation, Database& dbDov, const FlowOfAPeriod& period,
+                CategorySubject subject, DaysCounted days) {
+  const auto put = [](Date* where, Date date) {
+    if (where != nullptr) {
+      *where = date;
+    }
+  };
+  // What a caller has put there is gone at once, also where the total fails.
+  put(days.first, Services().LatestDate());
+  put(days.last, Services().EarliestDate());
+  const Snapshot snapshot(dbDov);
+  const DatedTotal total = operation(dbDov, period.flow, period.dtmFromDate, period.dtmToDate,
+                                     subject.number, subject.unassigned);
+  put(days.first, total.dtmFirstDate);
+  put(days.last, total.dtmLastDate);
+  return total.curTotal;
 }
 
 }  // namespace
@@ -126,6 +169,49 @@ Currency clsTamo::TotalLiabilities(Database& dbDov, Recordset& recAccount, Date 
 Currency clsTamo::TotalCreditCardDebt(Database& dbDov, Date dtmToDate) {
   const Snapshot snapshot(dbDov);
   return vetlo::TotalCreditCardDebt(dbDov, dtmToDate);
+}
+
+Currency clsTamo::TotalIncome(Database& dbDov, Date dtmFromDate, Date dtmToDate) {
+  const Snapshot snapshot(dbDov);
+  return vetlo::TotalIncome(dbDov, dtmFromDate, dtmToDate);
+}
+
+Currency clsTamo::TotalExpenses(Database& dbDov, Date dtmFromDate, Date dtmToDate) {
+  const Snapshot snapshot(dbDov);
+  return vetlo::TotalExpenses(dbDov, dtmFromDate, dtmToDate);
+}
+
+Currency clsTamo::TotalIncomeOfCategory(Database& dbDov, Date dtmFromDate, Date dtmToDate,
+                                        std::int32_t lngCategoryNumber, bool blnCalcAllUnassigned,
+                                        Date* dtmFirstDate, Date* dtmLastDate) {
+  return Answer(TotalOfCategory, dbDov, {Flow::kIncoming, dtmFromDate, dtmToDate},
+                {lngCategoryNumber, blnCalcAllUnassigned}, {dtmFirstDate, dtmLastDate});
+}
+
+Currency clsTamo::TotalExpensesOfCategory(Database& dbDov, Date dtmFromDate, Date dtmToDate,
+                                          std::int32_t lngCategoryNumber, bool blnCalcAllUnassigned,
+                                          Date* dtmFirstDate, Date* dtmLastDate) {
+  return Answer(TotalOfCategory, dbDov, {Flow::kOutgoing, dtmFromDate, dtmToDate},
+                {lngCategoryNumber, blnCalcAllUnassigned}, {dtmFirstDate, dtmLastDate});
+}
+
+Currency clsTamo::TotalIncomeOfSubCategory(Database& dbDov, Date dtmFromDate, Date dtmToDate,
+                                           std::int32_t lngNumber, bool blnCalcAllUnassigned,
+                                           Date* dtmFirstDate, Date* dtmLastDate) {
+  return Answer(TotalOfSubCategory, dbDov, {Flow::kIncoming, dtmFromDate, dtmToDate},
+                {lngNumber, blnCalcAllUnassigned}, {dtmFirstDate, dtmLastDate});
+}
+
+Currency clsTamo::TotalExpensesOfSubCategory(Database& dbDov, Date dtmFromDate, Date dtmToDate,
+                                             std::int32_t lngNumber, bool blnCalcAllUnassigned,
+                                             Date* dtmFirstDate, Date* dtmLastDate) {
+  return Answer(TotalOfSubCategory, dbDov, {Flow::kOutgoing, dtmFromDate, dtmToDate},
+                {lngNumber, blnCalcAllUnassigned}, {dtmFirstDate, dtmLastDate});
+}
+
+Currency clsTamo::TotalBudgetOfDateRange(std::span<const Currency> cur, Date dtmFromDate,
+                                         Date dtmToDate) {
+  return vetlo::TotalBudgetOfDateRange(cur, dtmFromDate, dtmToDate);
 }
 
 const frmTamo& clsTamo::Form() {

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <optional>
+#include <span>
 
 #include "vetlo/output/tamo_form.h"
 #include "vetlo/platform/display.h"
@@ -39,6 +40,31 @@ class clsTamo {
   Currency TotalAssets(Database& dbDov, Recordset& recAccount, Date dtmToDate);
   Currency TotalLiabilities(Database& dbDov, Recordset& recAccount, Date dtmToDate);
   Currency TotalCreditCardDebt(Database& dbDov, Date dtmToDate);
+
+  // What came in and what went out between two days, both included. Of one category, or where
+  // blnCalcAllUnassigned is set of the records without any; of one subcategory, or where it is set
+  // of the records of a category without any. The first and the last day of what was counted go
+  // where the caller wants them: the first lies after the last where nothing was.
+  Currency TotalIncome(Database& dbDov, Date dtmFromDate, Date dtmToDate);
+  Currency TotalExpenses(Database& dbDov, Date dtmFromDate, Date dtmToDate);
+  Currency TotalIncomeOfCategory(Database& dbDov, Date dtmFromDate, Date dtmToDate,
+                                 std::int32_t lngCategoryNumber = 0,
+                                 bool blnCalcAllUnassigned = false, Date* dtmFirstDate = nullptr,
+                                 Date* dtmLastDate = nullptr);
+  Currency TotalExpensesOfCategory(Database& dbDov, Date dtmFromDate, Date dtmToDate,
+                                   std::int32_t lngCategoryNumber = 0,
+                                   bool blnCalcAllUnassigned = false, Date* dtmFirstDate = nullptr,
+                                   Date* dtmLastDate = nullptr);
+  Currency TotalIncomeOfSubCategory(Database& dbDov, Date dtmFromDate, Date dtmToDate,
+                                    std::int32_t lngNumber, bool blnCalcAllUnassigned = false,
+                                    Date* dtmFirstDate = nullptr, Date* dtmLastDate = nullptr);
+  Currency TotalExpensesOfSubCategory(Database& dbDov, Date dtmFromDate, Date dtmToDate,
+                                      std::int32_t lngNumber, bool blnCalcAllUnassigned = false,
+                                      Date* dtmFirstDate = nullptr, Date* dtmLastDate = nullptr);
+
+  // The amounts of all months that a range touches, of twelve that begin with January's. Fails
+  // with kSubscriptOutOfRange where one of them is not there.
+  Currency TotalBudgetOfDateRange(std::span<const Currency> cur, Date dtmFromDate, Date dtmToDate);
 
  private:
   const frmTamo& Form();

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "vetlo/balance/totals.h"
+#include "vetlo/cashflow/period_totals.h"
 #include "vetlo/output/chart_writer.h"
 #include "vetlo/output/date_range_caption.h"
 
@@ -15,9 +16,9 @@ struct TwoTotals {
 };
 
 struct TwoLabels {
-  std::string first;
-  std::string second;
-  std::string total;
+  const char* first;
+  const char* second;
+  const char* total;
 };
 
 TwoTotals AssetsAndLiabilities(ReportCall& call) {
@@ -60,19 +61,31 @@ void ChartTwoTotals(ReportCall& call, const TwoTotals& totals, const TwoLabels& 
                     ChartUnit::kMoney, ": ");
 }
 
-const TwoLabels& NetWorthLabels() {
-  static const TwoLabels labels{"Assets", "Liabilities", "Net Worth"};
-  return labels;
+TwoTotals IncomeAndExpenses(ReportCall& call) {
+  call.blnCleanUpArmed = false;
+  return {ToDouble(TotalIncome(call.dbDov, call.dtmFromDate, call.dtmToDate)),
+          ToDouble(TotalExpenses(call.dbDov, call.dtmFromDate, call.dtmToDate))};
 }
+
+constexpr TwoLabels kNetWorth = {"Assets", "Liabilities", "Net Worth"};
+constexpr TwoLabels kNetIncome = {"Income", "Expenses", "Net Income"};
 
 }  // namespace
 
 void ReportAssetsAndLiabilities(ReportCall& call) {
-  ReportTwoTotals(call, AssetsAndLiabilities(call), NetWorthLabels());
+  ReportTwoTotals(call, AssetsAndLiabilities(call), kNetWorth);
 }
 
 void ChartAssetsAndLiabilities(ReportCall& call) {
-  ChartTwoTotals(call, AssetsAndLiabilities(call), NetWorthLabels());
+  ChartTwoTotals(call, AssetsAndLiabilities(call), kNetWorth);
+}
+
+void ReportIncomeAndExpenses(ReportCall& call) {
+  ReportTwoTotals(call, IncomeAndExpenses(call), kNetIncome);
+}
+
+void ChartIncomeAndExpenses(ReportCall& call) {
+  ChartTwoTotals(call, IncomeAndExpenses(call), kNetIncome);
 }
 
 }  // namespace vetlo

@@ -9,4 +9,8 @@ namespace vetlo {
 void ReportAssetsAndLiabilities(ReportCall& call);
 void ChartAssetsAndLiabilities(ReportCall& call);
 
+// The same of what came in and what went out in a period.
+void ReportIncomeAndExpenses(ReportCall& call);
+void ChartIncomeAndExpenses(ReportCall& call);
+
 }  // namespace vetlo

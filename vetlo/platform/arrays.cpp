@@ -5,6 +5,12 @@ namespace vetlo {
 void AmountRows::Start() {
   amounts_.Start();
   labels_.Start();
+  apart_ = false;
+}
+
+void AmountRows::StartApart() {
+  Start();
+  apart_ = true;
 }
 
 void AmountRows::Add(double amount, std::string label) {
@@ -23,7 +29,10 @@ void AmountRows::Close() {
 }
 
 AmountMatrix AmountRows::Amounts() const {
-  AmountMatrix matrix(amounts_.UpperBound() > 0 ? 1 : 0, amounts_.UpperBound());
+  if (apart_ || amounts_.UpperBound() == 0) {
+    return {};
+  }
+  AmountMatrix matrix(1, amounts_.UpperBound());
   for (std::size_t i = 1; i <= amounts_.UpperBound(); ++i) {
     matrix(1, i) = amounts_(i);
   }

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -105,10 +106,18 @@ class AmountRows {
  public:
   // One spare row.
   void Start();
+  // The same, for a routine that gathers its amounts apart: until it hands them over there is
+  // nothing but labels to be seen.
+  void StartApart();
+  void HandOver() { apart_ = false; }
 
   // Writes the spare row and grows by a new one.
   void Add(double amount, std::string label);
   void Add(Currency amount, std::string label) { Add(ToDouble(amount), std::move(label)); }
+
+  // A row that carries no figure, marked by the amount -1: a heading, or without a label a blank
+  // line.
+  void AddHeading(std::string_view label) { Add(-1.0, std::string(label)); }
 
   // Writes the spare row and leaves it the last.
   void WriteSpare(Currency amount, std::string label);
@@ -122,6 +131,7 @@ class AmountRows {
  private:
   GrowingArray<double> amounts_;
   ItemLabels labels_;
+  bool apart_ = false;
 };
 
 }  // namespace vetlo

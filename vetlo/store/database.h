@@ -145,8 +145,9 @@ void ForEachRow(Recordset& rec, const std::function<void(Recordset&)>& visit);
 // fails then, nobody hears of it.
 class ScopedRecordset {
  public:
-  ScopedRecordset(Database& dbDov, std::string_view strSource)
-      : rec_(dbDov.OpenRecordset(strSource)) {}
+  ScopedRecordset(Database& dbDov, std::string_view strSource,
+                  RecordsetType type = RecordsetType::kByDefault)
+      : rec_(dbDov.OpenRecordset(strSource, type)) {}
   ~ScopedRecordset();
   ScopedRecordset(const ScopedRecordset&) = delete;
   ScopedRecordset& operator=(const ScopedRecordset&) = delete;

@@ -23,11 +23,25 @@ constexpr std::array kIndexes = {
     // What moved an account's cash from the other end.
     Index{"TransactionsOfOtherAccount",
           "TransactionRecord (ToOrFundAccountNumber, TransactionDate, TransactionRecordType, "
-          "TransactionType, Total)"},
+          "TransactionType, AccountNumber, Total)"},
     // What moved an account's holdings.
     Index{"TransactionsOfHolding",
           "TransactionRecord (AccountNumber, AccountItemNumber, TransactionRecordType, "
           "TransactionType, TransactionDate, Quantity) WHERE AccountItemNumber IS NOT NULL"},
+    // What came in or went out in a period.
+    Index{"TransactionsOfType",
+          "TransactionRecord (TransactionType, TransactionDate, TransactionRecordType, "
+          "AccountNumber, ToOrFundAccountNumber, CategoryNumber, Total)"},
+    // The same of one category, and of its records without a subcategory.
+    Index{"TransactionsOfCategory",
+          "TransactionRecord (CategoryNumber, TransactionType, TransactionDate, "
+          "SubCategoryNumber, TransactionRecordType, AccountNumber, ToOrFundAccountNumber, "
+          "Total)"},
+    Index{"TransactionsOfSubCategory",
+          "TransactionRecord (SubCategoryNumber, TransactionType, TransactionDate, "
+          "TransactionRecordType, AccountNumber, ToOrFundAccountNumber, Total) "
+          "WHERE SubCategoryNumber IS NOT NULL"},
+    Index{"SubCategoriesOfCategory", "SubCategory (CategoryNumber)"},
     Index{"PricesOfItem", "PriceRecord (AccountItemNumber, PriceTypeNumber, PriceDate, Price)"},
     Index{"AccountsServed", "AssociatedAccountInfo (AccountNumber)"},
 };

@@ -31,6 +31,7 @@ std::unique_ptr<Recordset> SqliteDatabase::OpenRecordset(std::string_view strSou
 void SqliteDatabase::HoldSnapshot() {
   if (snapshots_ == 0) {
     connection_.Execute("BEGIN");
+    ++snapshot_number_;
   }
   ++snapshots_;
 }

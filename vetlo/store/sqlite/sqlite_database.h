@@ -25,6 +25,10 @@ class SqliteDatabase : public Database {
   void Rollback() noexcept override;
 
   [[nodiscard]] Connection& connection() { return connection_; }
+  // Which snapshot is held, 0 where none is: within one nothing changes.
+  [[nodiscard]] std::int64_t SnapshotNumber() const {
+    return snapshots_ > 0 ? snapshot_number_ : 0;
+  }
   // What is kept for a shape of text, made when it is first asked for.
   Shape& ShapeFor(const std::string& shape);
 
@@ -32,6 +36,7 @@ class SqliteDatabase : public Database {
   Connection connection_;
   std::unordered_map<std::string, std::unique_ptr<Shape>> shapes_;
   int snapshots_ = 0;
+  std::int64_t snapshot_number_ = 0;
 };
 
 }  // namespace vetlo

@@ -8,6 +8,9 @@
 namespace vetlo {
 namespace {
 
+// How many sought rows are kept at most.
+constexpr std::size_t kMostKnownRows = 4096;
+
 std::string AllRowsOf(const Table& table) { return "SELECT * FROM " + std::string(table.name); }
 
 std::size_t IndexOf(const Table& table, std::string_view name) {
@@ -83,6 +86,11 @@ void TableRecordset::SeekKey(std::string_view strComparison, std::span<const Var
   RequireOpen();
   Require(indexed_ && strComparison == "=" && !keys.empty() &&
           keys.size() <= static_cast<std::size_t>(table_.key_columns));
+  const auto* const number = std::get_if<std::int32_t>(&keys[0]);
+  const bool keeps = number != nullptr && keys.size() == 1 && database_->SnapshotNumber() != 0;
+  if (keeps && StandOnKnown(*number)) {
+    return;
+  }
   std::string shape = AllRowsOf(table_);
   std::vector<StoredValue> values;
   for (std::size_t i = 0; i < keys.size(); ++i) {
@@ -91,6 +99,9 @@ void TableRecordset::SeekKey(std::string_view strComparison, std::span<const Var
     values.push_back(StoredForm(keys[i], column.type));
   }
   StandOn(shape, std::move(values));
+  if (keeps) {
+    sought_ = &known_.insert_or_assign(*number, single_).first->second;
+  }
 }
 
 void TableRecordset::FindFirst(std::string_view strCriteria) {
@@ -164,7 +175,7 @@ void TableRecordset::Update() {
   }
   statement.Step();
   change_ = Change::kNone;
-  sought_.values.assign(table_.columns.size(), Empty{});
+  sought_->values.assign(table_.columns.size(), Empty{});
 }
 
 void TableRecordset::RequireOpen() const {
@@ -190,45 +201,65 @@ Cursor& TableRecordset::Walk() {
 void TableRecordset::StandOn(const std::string& shape, std::vector<StoredValue> values) {
   position_ = Position::kNowhere;
   no_match_ = true;
+  sought_ = &single_;
+  sought_->found = false;
   sought_by_ = &database_->ShapeFor(shape);
   // The row's values are taken at once, so that a recordset that is kept holds nothing of the
   // store; those that turn out to be read are known the next time.
-  const ColumnSet known = sought_by_->learned();
-  std::unique_ptr<PreparedSelect> select = sought_by_->Take(known, Direction::kForward);
+  std::unique_ptr<PreparedSelect> select =
+      sought_by_->Take(sought_by_->learned(), Direction::kForward);
   int parameter = 0;
   for (const StoredValue& value : values) {
     select->statement.Bind(++parameter, value);
   }
   if (select->statement.Step()) {
-    sought_.rowid = select->statement.Integer(0);
-    sought_.values.assign(table_.columns.size(), Empty{});
+    sought_->rowid = select->statement.Integer(0);
+    sought_->values.assign(table_.columns.size(), Empty{});
     for (std::size_t i = 0; i < table_.columns.size(); ++i) {
       if (select->positions[i] >= 0) {
         // What cannot be read is left for whoever asks for it.
         ResumeNext([&] {
-          sought_.values[i] = select->statement.Value(select->positions[i], table_.columns[i].type);
+          sought_->values[i] =
+              select->statement.Value(select->positions[i], table_.columns[i].type);
         });
       }
     }
+    sought_->found = true;
     position_ = Position::kOnSoughtRow;
     no_match_ = false;
   }
   sought_by_->GiveBack(std::move(select));
 }
 
+bool TableRecordset::StandOnKnown(std::int64_t key) {
+  if (known_in_snapshot_ != database_->SnapshotNumber() || known_.size() >= kMostKnownRows) {
+    sought_ = &single_;
+    known_.clear();
+    known_in_snapshot_ = database_->SnapshotNumber();
+  }
+  const auto known = known_.find(key);
+  if (known == known_.end()) {
+    return false;
+  }
+  sought_ = &known->second;
+  no_match_ = !sought_->found;
+  position_ = sought_->found ? Position::kOnSoughtRow : Position::kNowhere;
+  return true;
+}
+
 void TableRecordset::WalkToSoughtRow() {
   position_ = Position::kWalking;
   Walk().MoveFirst();
-  while (Walk().OnRow() && Walk().RowId(0) != sought_.rowid) {
+  while (Walk().OnRow() && Walk().RowId(0) != sought_->rowid) {
     Walk().MoveNext();
   }
 }
 
 Variant TableRecordset::SoughtValue(std::size_t column) {
-  Variant& value = sought_.values[column];
+  Variant& value = sought_->values[column];
   if (IsEmpty(value)) {
     sought_by_->Learn(ColumnSet{1} << column);
-    value = sought_by_->LookUp(column, sought_.rowid);
+    value = sought_by_->LookUp(column, sought_->rowid);
   }
   return value;
 }
@@ -236,7 +267,7 @@ Variant TableRecordset::SoughtValue(std::size_t column) {
 std::int64_t TableRecordset::CurrentRowId() {
   RequireOpen();
   if (position_ == Position::kOnSoughtRow) {
-    return sought_.rowid;
+    return sought_->rowid;
   }
   if (position_ == Position::kNowhere || !Walk().OnRow()) {
     throw Failure(FailureNumber::kNoCurrentRecord);

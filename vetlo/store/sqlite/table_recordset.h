@@ -12,6 +12,7 @@ namespace vetlo {
 
 // A row that was sought: its number and the values that were read of it.
 struct SoughtRow {
+  bool found = false;
   std::int64_t rowid = 0;
   std::vector<Variant> values;  // one for each column of the table, empty where not read
 };
@@ -48,6 +49,9 @@ class TableRecordset : public Recordset {
   Cursor& Walk();
   // Stands on the first row that the text finds, or nowhere.
   void StandOn(const std::string& shape, std::vector<StoredValue> values);
+  // The same of a row that was sought by this key before, while the store stands still; false
+  // where there is none.
+  bool StandOnKnown(std::int64_t key);
   // Takes up the walk at the sought row.
   void WalkToSoughtRow();
   Variant SoughtValue(std::size_t column);
@@ -59,7 +63,11 @@ class TableRecordset : public Recordset {
   Shape& rows_;  // the whole table in its order
   std::unique_ptr<Cursor> walk_;
   Position position_ = Position::kWalking;
-  SoughtRow sought_;
+  SoughtRow* sought_ = &single_;
+  SoughtRow single_;
+  // The rows sought within one snapshot, by a key of one whole number.
+  std::unordered_map<std::int64_t, SoughtRow> known_;
+  std::int64_t known_in_snapshot_ = 0;
   Shape* sought_by_ = nullptr;
   bool indexed_ = false;
   bool no_match_ = false;

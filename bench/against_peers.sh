@@ -54,6 +54,7 @@ declare -A after=([year]=2026-01-01 [month]=2026-10-01)
 
 # ---- asking: ask_PROGRAM QUESTION prints the answer as the program gives it
 
+# Income and expenses are two reports, and so two processes.
 ask_quillmarsh() {
   local range=(--range all-dates) number
   if [[ $1 == balances ]]; then
@@ -97,7 +98,7 @@ ask_ledger() {
 
 # As text, since it prints numbers cut to two places.
 ask_beancount() {
-  local dates=""
+  local condition=""
   if [[ $1 == balances ]]; then
     bean-query -q -f csv "$beancount_journal" \
       "SELECT account, str(convert(sum(position), 'USD', $last_day))
@@ -105,11 +106,11 @@ ask_beancount() {
     return
   fi
   if [[ -n ${first[$1]:-} ]]; then
-    dates="AND date >= ${first[$1]} AND date <= ${last[$1]}"
+    condition="AND date >= ${first[$1]} AND date <= ${last[$1]}"
   fi
   bean-query -q -f csv "$beancount_journal" \
     "SELECT account, str(sum(position))
-     WHERE account ~ '^(Income|Expenses):' $dates GROUP BY account"
+     WHERE account ~ '^(Income|Expenses):' $condition GROUP BY account"
 }
 
 program_of() { # program_of PEER: the command that it is started by
@@ -316,7 +317,7 @@ for question in "${questions[@]}"; do
       agreement=agree
       if ! diff "$place/quillmarsh-$question.figures" "$place/$program-$question.figures" \
         >"$place/$program-$question.diff"; then
-        agreement="differ"
+        agreement=differ
         mismatches=$((mismatches + 1))
       fi
     fi

@@ -11,11 +11,15 @@
 //   Reimbursed   the total of its category alone
 //   Other        neither
 //
-// then by category and sub-category. Prices are those of the default price type.
+// then by category and sub-category. Prices are those of the default price type; a holding that has
+// no price yet stays in units, where quillmarsh counts nothing for it.
 
 #include <iostream>
 #include <map>
 #include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
 
 #include "bench/journal_writer.h"
 #include "vetlo/platform/failure.h"

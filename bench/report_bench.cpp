@@ -84,7 +84,7 @@ Job FigureJob(const std::string& name, Figure figure) {
 
 std::vector<Job> Jobs() {
   std::vector<Job> jobs;
-  for (const std::int32_t number : {5, 6, 18, 20, 21, 25}) {
+  for (const std::int32_t number : {5, 6, 18, 20, 21, 25, 1, 22, 4, 3, 19, 58, 59}) {
     jobs.push_back(ReportJob(number, vetlo::DateRange::kAllDates, "all dates"));
     jobs.push_back(ReportJob(number, vetlo::DateRange::kPreviousMonth, "last month"));
   }
@@ -99,6 +99,13 @@ std::vector<Job> Jobs() {
   }));
   jobs.push_back(FigureJob("TotalCreditCardDebt", [=](vetlo::clsTamo& c, vetlo::Database& store) {
     return c.TotalCreditCardDebt(store, latest);
+  }));
+  const vetlo::Date earliest = vetlo::Services().EarliestDate();
+  jobs.push_back(FigureJob("TotalIncome", [=](vetlo::clsTamo& c, vetlo::Database& store) {
+    return c.TotalIncome(store, earliest, latest);
+  }));
+  jobs.push_back(FigureJob("TotalExpenses", [=](vetlo::clsTamo& c, vetlo::Database& store) {
+    return c.TotalExpenses(store, earliest, latest);
   }));
   return jobs;
 }

@@ -177,6 +177,19 @@ INSTANTIATE_TEST_SUITE_P(
         BadCase{"TraceOnNoDay", {"trace", "HOME", "1", "--today", "today"}, "today"},
         BadCase{"UnknownFigure", {"figure", "HOME", "TotalJoy"}, "TotalAssets"},
         BadCase{"FigureOfNoDay", {"figure", "HOME", "TotalAssets", "--to", "soon"}, "soon"},
+        BadCase{
+            "FigureWithFrom", {"figure", "HOME", "TotalAssets", "--from", "2026-01-01"}, "--from"},
+        BadCase{"FigureWithNumber", {"figure", "HOME", "TotalIncome", "--number", "1"}, "--number"},
+        BadCase{"FigureWithoutNumber", {"figure", "HOME", "TotalIncomeOfSubCategory"}, "--number"},
+        BadCase{"FigureOfAWord",
+                {"figure", "HOME", "TotalIncomeOfCategory", "--number", "food"},
+                "food"},
+        BadCase{"FigureOfElevenMonths",
+                {"figure", "-", "TotalBudgetOfDateRange", "--cur", "1,2,3,4,5,6,7,8,9,10,11"},
+                "twelve"},
+        BadCase{"FigureOfNoAmount",
+                {"figure", "-", "TotalBudgetOfDateRange", "--cur", "1,2,3,4,5,6,7,8,9,10,11,x"},
+                "twelve"},
         BadCase{"BadFormat", {"figure", "HOME", "TotalAssets", "--format", "xml"}, "json"},
         BadCase{"SampleOverAFile", {"sample", "HOME"}, "--force"},
         BadCase{"SampleOfNoYears", {"sample", "new.qm", "--years", "0"}, "--years"},
@@ -193,6 +206,45 @@ TEST_F(CommandLine, FiguresPrintTheAmountAsItIsRead) {
 TEST_F(CommandLine, FiguresInJsonHaveFourDecimals) {
   EXPECT_EQ(Quill({"figure", store_, "TotalLiabilities", "--format", "json"}).out,
             "{\"operation\":\"TotalLiabilities\",\"result\":\"35.2500\"}\n");
+}
+
+TEST_F(CommandLine, AFigureOfMonthsReadsNoStore) {
+  EXPECT_EQ(Quill({"figure", "-", "TotalBudgetOfDateRange", "--cur", "1,2.5,3,4,5,6,7,8,9,10,11,12",
+                   "--from", "2026-01-31", "--to", "2026-02-01"})
+                .out,
+            "3.50\n");
+}
+
+TEST_F(CommandLine, AFigureTellsTheDaysOfWhatItCounted) {
+  const std::string sample = folder_ / "sample.qm";
+  ASSERT_EQ(
+      Quill({"sample", sample, "--until", "2026-03-20", "--years", "1", "--transactions", "400"})
+          .status,
+      0);
+  EXPECT_THAT(Quill({"figure", sample, "TotalExpensesOfCategory", "--unassigned", "--format",
+                     "json", "--to", "2026-03-20"})
+                  .out,
+              HasSubstr("\",\"first\":\"20"));
+  EXPECT_EQ(
+      Quill({"figure", sample, "TotalIncomeOfCategory", "--number", "9999", "--format", "json"})
+          .out,
+      "{\"operation\":\"TotalIncomeOfCategory\",\"result\":\"0.0000\"}\n");
+}
+
+TEST_F(CommandLine, AFailingFigureIsAnErrorLineOrAFailureInJson) {
+  StoreBuilder builder(folder_ / "lost.qm");
+  builder.Insert("TransactionRecord", {{"TransactionRecordNumber", 1},
+                                       {"TransactionRecordType", 0},
+                                       {"TransactionType", 10},
+                                       {"TransactionDate", Day(2026, 1, 1)},
+                                       {"AccountNumber", 77},
+                                       {"Total", Money(1)}});
+  builder.Finish();
+  const ProgramRun text = Quill({"figure", folder_ / "lost.qm", "TotalIncome"});
+  EXPECT_EQ(text.status, 1);
+  ExpectOneLine(text.err);
+  EXPECT_EQ(Quill({"figure", folder_ / "lost.qm", "TotalIncome", "--format", "json"}).out,
+            "{\"operation\":\"TotalIncome\",\"failure\":3021}\n");
 }
 
 TEST_F(CommandLine, ATraceEndsWithWhatTheHostGets) {

@@ -65,12 +65,13 @@ TEST_F(Walks, OfForEachRowOfFailWhereverTheStoreFails) {
   const std::int64_t operations = plan_.Operations();
   ASSERT_GT(operations, 0);
   for (std::int64_t i = 1; i <= operations; ++i) {
-    plan_.StartCounting();
-    plan_.FailAt(i, FailurePlan::Repeat::kOnce, FailureNumber::kStoreUnusable);
+    FailurePlan plan;
+    plan.FailAt(i, FailurePlan::Repeat::kOnce, FailureNumber::kStoreUnusable);
+    FailingDatabase failing(*store_, plan);
     EXPECT_TRUE(Raises(FailureNumber::kStoreUnusable, [&] {
-      ForEachRowOf(failing_, kAllAccounts, [](Recordset&) {});
+      ForEachRowOf(failing, kAllAccounts, [](Recordset&) {});
     })) << i;
-    EXPECT_EQ(failing_.OpenRecordsets(), 0) << i;
+    EXPECT_EQ(failing.OpenRecordsets(), 0) << i;
   }
 }
 

@@ -39,19 +39,19 @@ std::string SumOfMonth(std::string_view month, std::int32_t lngBudgetNumber,
 }  // namespace
 
 Currency TotalBudgetOfDateRange(std::span<const Currency> cur, Date dtmFromDate, Date dtmToDate) {
-  Currency curTotal;
+  constexpr std::int32_t kMonthsOfYear = 12;
   const CalendarDay from = CalendarDayOf(dtmFromDate);
   const CalendarDay to = CalendarDayOf(dtmToDate);
-  Date dtmMonth = FirstOfMonth(from.year, from.month);
-  const Date dtmLast{FirstOfMonth(to.year, to.month + 1).days - 1};
-  while (dtmMonth <= dtmLast) {
-    const CalendarDay month = CalendarDayOf(dtmMonth);
-    const auto index = static_cast<std::size_t>(month.month) - 1;
+  // The range must end before the calendar does: the last day of its last month is looked for.
+  static_cast<void>(FirstOfMonth(to.year, to.month + 1));
+  Currency curTotal;
+  const std::int32_t last = to.year * kMonthsOfYear + to.month - 1;
+  for (std::int32_t month = from.year * kMonthsOfYear + from.month - 1; month <= last; ++month) {
+    const auto index = static_cast<std::size_t>(month % kMonthsOfYear);
     if (index >= cur.size()) {
       throw Failure(FailureNumber::kSubscriptOutOfRange);
     }
     curTotal += cur[index];
-    dtmMonth = FirstOfMonth(month.year, month.month + 1);
   }
   return curTotal;
 }

@@ -99,18 +99,14 @@ Date ParseIsoDate(std::string_view text) {
   const CalendarDay asked = shaped ? CalendarDay{FixedDigits(text, 0, 4), FixedDigits(text, 5, 2),
                                                  FixedDigits(text, 8, 2)}
                                    : CalendarDay{-1, -1, -1};
-  if (asked.year >= 100 && asked.month >= 1 && asked.month <= 12 && asked.day >= 1) {
-    // A day past the end of its month carries, and so does not come back as it was asked for.
-    // Nor does a day of the month after the last one.
-    const bool last_month = asked.year == 9999 && asked.month == 12;
-    if (!last_month || asked.day <= 31) {
-      const Date date = DateSerial(asked.year, asked.month, asked.day);
-      if (CalendarDayOf(date) == asked) {
-        return date;
-      }
-    }
+  const std::chrono::year_month_day day{std::chrono::year{asked.year},
+                                        std::chrono::month{static_cast<unsigned>(asked.month)},
+                                        std::chrono::day{static_cast<unsigned>(asked.day)}};
+  if (asked.year < 100 || !day.ok()) {
+    throw Failure(FailureNumber::kTypeMismatch);
   }
-  throw Failure(FailureNumber::kTypeMismatch);
+  const auto days = std::chrono::sys_days{day}.time_since_epoch().count();
+  return Date{static_cast<double>(days - kDayZero)};
 }
 
 }  // namespace vetlo

@@ -79,7 +79,6 @@ int YearOf(std::string_view digits) {
 }  // namespace
 
 std::string CommonServices::SqlDateLiteral(Date dtmDate) const {
-  static_cast<void>(CalendarDayOf(dtmDate));  // a date that there is not is refused
   const auto [day, seconds] = SplitToSeconds(dtmDate);
   std::string text = "#" + IsoDateText(day);
   if (seconds != 0) {

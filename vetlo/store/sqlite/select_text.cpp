@@ -14,8 +14,29 @@ namespace {
   throw Failure(FailureNumber::kBadSqlText, why);
 }
 
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-bool IsNameStart(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_'; }
+// What a character is for in a text.
+enum class Use : std::uint8_t { kNone, kName, kDigit, kSign, kDate, kMinus };
+
+constexpr std::array<Use, 256> UsesOfCharacters() {
+  std::array<Use, 256> uses = {};
+  const auto set = [&](std::string_view characters, Use use) {
+    for (const char c : characters) {
+      uses.at(static_cast<unsigned char>(c)) = use;
+    }
+  };
+  set("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz_", Use::kName);
+  set("0123456789", Use::kDigit);
+  set(" .,()*=<>", Use::kSign);
+  set("#", Use::kDate);
+  set("-", Use::kMinus);
+  return uses;
+}
+
+constexpr std::array<Use, 256> kUses = UsesOfCharacters();
+
+Use UseOf(char c) { return kUses[static_cast<unsigned char>(c)]; }
+bool IsDigit(char c) { return UseOf(c) == Use::kDigit; }
+bool IsNameStart(char c) { return UseOf(c) == Use::kName; }
 bool IsNamePart(char c) { return IsNameStart(c) || IsDigit(c); }
 
 // ---- taking the values out of a text
@@ -64,28 +85,35 @@ class Shaper {
 
   ShapedText Run() {
     while (at_ < text_.size()) {
-      const char c = text_[at_];
-      if (IsNameStart(c)) {
-        CopyName();
-      } else if (IsDigit(c) || (c == '-' && at_ + 1 < text_.size() && IsDigit(text_[at_ + 1]))) {
+      CopyWords();
+      if (at_ == text_.size()) {
+        break;
+      }
+      const Use use = UseOf(text_[at_]);
+      const bool negative = use == Use::kMinus && at_ + 1 < text_.size() && IsDigit(text_[at_ + 1]);
+      if (use == Use::kDigit || negative) {
         TakeNumber();
-      } else if (c == '#') {
+      } else if (use == Use::kDate) {
         TakeDate();
-      } else if (std::string_view(" .,()*=<>").find(c) != std::string_view::npos) {
-        result_.shape += c;
-        ++at_;
       } else {
-        RaiseBadText(std::string("a character that has no meaning here: ") + c);
+        RaiseBadText(std::string("a character that has no meaning here: ") + text_[at_]);
       }
     }
     return std::move(result_);
   }
 
  private:
-  void CopyName() {
-    while (at_ < text_.size() && IsNamePart(text_[at_])) {
-      result_.shape += text_[at_++];
+  // Names, which may have digits in them, and signs.
+  void CopyWords() {
+    const std::size_t start = at_;
+    for (; at_ < text_.size(); ++at_) {
+      const Use use = UseOf(text_[at_]);
+      const bool in_name = use == Use::kDigit && at_ > start && IsNamePart(text_[at_ - 1]);
+      if (use != Use::kName && use != Use::kSign && !in_name) {
+        break;
+      }
     }
+    result_.shape.append(text_.substr(start, at_ - start));
   }
 
   void TakeNumber() {

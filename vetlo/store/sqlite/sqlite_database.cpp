@@ -57,6 +57,22 @@ void SqliteDatabase::Rollback() noexcept {
   sqlite3_exec(connection_.handle(), "ROLLBACK", nullptr, nullptr, nullptr);
 }
 
+TableShapes& SqliteDatabase::ShapesOf(const Table& table) {
+  const auto found = table_shapes_.find(&table);
+  if (found != table_shapes_.end()) {
+    return found->second;
+  }
+  std::string text = "SELECT * FROM " + std::string(table.name);
+  TableShapes shapes;
+  shapes.rows = &ShapeFor(text);
+  for (std::int32_t i = 0; i < table.key_columns; ++i) {
+    text += i == 0 ? " WHERE " : " AND ";
+    text += std::string(table.columns[static_cast<std::size_t>(i)].name) + "=?";
+    shapes.by_keys.push_back(&ShapeFor(text));
+  }
+  return table_shapes_.emplace(&table, std::move(shapes)).first->second;
+}
+
 Shape& SqliteDatabase::ShapeFor(const std::string& shape) {
   const auto found = shapes_.find(shape);
   if (found != shapes_.end()) {

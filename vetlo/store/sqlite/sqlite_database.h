@@ -4,12 +4,19 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 #include "vetlo/store/database.h"
 #include "vetlo/store/sqlite/connection.h"
 #include "vetlo/store/sqlite/cursor.h"
 
 namespace vetlo {
+
+// What is kept of a table that is opened by its name.
+struct TableShapes {
+  Shape* rows = nullptr;        // in the order of its key
+  std::vector<Shape*> by_keys;  // of the first one, two, ... columns of its key
+};
 
 // A store in a SQLite database.
 class SqliteDatabase : public Database {
@@ -31,10 +38,13 @@ class SqliteDatabase : public Database {
   }
   // What is kept for a shape of text, made when it is first asked for.
   Shape& ShapeFor(const std::string& shape);
+  // The shapes of a whole table, and of a row of it found by its key.
+  TableShapes& ShapesOf(const Table& table);
 
  private:
   Connection connection_;
   std::unordered_map<std::string, std::unique_ptr<Shape>> shapes_;
+  std::unordered_map<const Table*, TableShapes> table_shapes_;
   int snapshots_ = 0;
   std::int64_t snapshot_number_ = 0;
 };

@@ -11,8 +11,6 @@ namespace {
 // How many sought rows are kept at most.
 constexpr std::size_t kMostKnownRows = 4096;
 
-std::string AllRowsOf(const Table& table) { return "SELECT * FROM " + std::string(table.name); }
-
 std::size_t IndexOf(const Table& table, std::string_view name) {
   const Column* const column = FindColumn(table, name);
   if (column == nullptr) {
@@ -25,10 +23,7 @@ std::size_t IndexOf(const Table& table, std::string_view name) {
 }  // namespace
 
 TableRecordset::TableRecordset(SqliteDatabase& database, const Table& table, RecordsetType type)
-    : database_(&database),
-      table_(table),
-      type_(type),
-      rows_(database.ShapeFor(AllRowsOf(table))) {}
+    : database_(&database), table_(table), type_(type), shapes_(database.ShapesOf(table)) {}
 
 void TableRecordset::Close() {
   RequireOpen();
@@ -91,14 +86,11 @@ void TableRecordset::SeekKey(std::string_view strComparison, std::span<const Var
   if (keeps && StandOnKnown(*number)) {
     return;
   }
-  std::string shape = AllRowsOf(table_);
   std::vector<StoredValue> values;
   for (std::size_t i = 0; i < keys.size(); ++i) {
-    const Column& column = table_.columns[i];
-    shape += (i == 0 ? " WHERE " : " AND ") + std::string(column.name) + "=?";
-    values.push_back(StoredForm(keys[i], column.type));
+    values.push_back(StoredForm(keys[i], table_.columns[i].type));
   }
-  StandOn(shape, std::move(values));
+  StandOn(*shapes_.by_keys[keys.size() - 1], std::move(values));
   if (keeps) {
     sought_ = &known_.insert_or_assign(*number, single_).first->second;
   }
@@ -107,8 +99,9 @@ void TableRecordset::SeekKey(std::string_view strComparison, std::span<const Var
 void TableRecordset::FindFirst(std::string_view strCriteria) {
   RequireOpen();
   Require(type_ == RecordsetType::kDynaset);
-  ShapedText text = ShapeOf(AllRowsOf(table_) + " WHERE " + std::string(strCriteria));
-  StandOn(text.shape, std::move(text.values));
+  ShapedText text =
+      ShapeOf("SELECT * FROM " + std::string(table_.name) + " WHERE " + std::string(strCriteria));
+  StandOn(database_->ShapeFor(text.shape), std::move(text.values));
 }
 
 bool TableRecordset::NoMatch() {
@@ -193,17 +186,17 @@ void TableRecordset::Require(bool possible) const {
 
 Cursor& TableRecordset::Walk() {
   if (walk_ == nullptr) {
-    walk_ = std::make_unique<Cursor>(rows_, std::vector<StoredValue>{});
+    walk_ = std::make_unique<Cursor>(*shapes_.rows, std::vector<StoredValue>{});
   }
   return *walk_;
 }
 
-void TableRecordset::StandOn(const std::string& shape, std::vector<StoredValue> values) {
+void TableRecordset::StandOn(Shape& shape, std::vector<StoredValue> values) {
   position_ = Position::kNowhere;
   no_match_ = true;
   sought_ = &single_;
   sought_->found = false;
-  sought_by_ = &database_->ShapeFor(shape);
+  sought_by_ = &shape;
   // The row's values are taken at once, so that a recordset that is kept holds nothing of the
   // store; those that turn out to be read are known the next time.
   std::unique_ptr<PreparedSelect> select =

@@ -48,7 +48,7 @@ class TableRecordset : public Recordset {
   void Require(bool possible) const;
   Cursor& Walk();
   // Stands on the first row that the text finds, or nowhere.
-  void StandOn(const std::string& shape, std::vector<StoredValue> values);
+  void StandOn(Shape& shape, std::vector<StoredValue> values);
   // The same of a row that was sought by this key before, while the store stands still; false
   // where there is none.
   bool StandOnKnown(std::int64_t key);
@@ -60,7 +60,7 @@ class TableRecordset : public Recordset {
   SqliteDatabase* database_;  // null once closed
   const Table& table_;
   RecordsetType type_;
-  Shape& rows_;  // the whole table in its order
+  TableShapes& shapes_;
   std::unique_ptr<Cursor> walk_;
   Position position_ = Position::kWalking;
   SoughtRow* sought_ = &single_;

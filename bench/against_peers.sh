@@ -54,9 +54,8 @@ declare -A after=([year]=2026-01-01 [month]=2026-10-01)
 
 # ---- asking: ask_PROGRAM QUESTION prints the answer as the program gives it
 
-# Income and expenses are two reports, and so two processes.
 ask_quillmarsh() {
-  local range=(--range all-dates) number
+  local range=(--range all-dates)
   if [[ $1 == balances ]]; then
     "$quillmarsh" report "$store" 6 --range up-to-a-date --to "$last_day"
     return
@@ -64,9 +63,7 @@ ask_quillmarsh() {
   if [[ -n ${first[$1]:-} ]]; then
     range=(--range custom-dates --from "${first[$1]}" --to "${last[$1]}")
   fi
-  for number in 22 1; do
-    "$quillmarsh" report "$store" "$number" "${range[@]}"
-  done
+  "$quillmarsh" report "$store" 4 "${range[@]}"
 }
 
 ask_hledger() {
@@ -185,9 +182,10 @@ read_quillmarsh_flows() { # read_quillmarsh_flows ANSWER QUESTION
     dates=(--from "${first[$2]}" --to "${last[$2]}")
   fi
   rows_of_report <"$1" | LC_ALL=C awk -F '\t' "$awk_library"'
-    $3 == "" && $2 ~ /^Income by Category/ { kind = "income" }
-    $3 == "" && $2 ~ /^Expenses by Category/ { kind = "expenses" }
+    $3 == "" && $2 == "Income" { kind = "income" }
+    $3 == "" && $2 == "Expenses" { kind = "expenses" }
     $3 == "" || $2 ~ /^(Total|All Other) (Income|Expenses)$/ { next }
+    $2 == "Expenses Less Income" { next }
     $2 ~ /^(Income|Expenses) - Unassigned$/ { row(kind ":unassigned", units($3)); next }
     $1 <= 2 { category = name($2); row(kind ":" category, units($3)) }
     $1 > 2 { row(kind ":" category ":" name($2), units($3)) }'

@@ -193,6 +193,7 @@ std::string JsonAnswer(const Answer& answer) {
 
 std::vector<std::string> FigureOperations() {
   std::vector<std::string> names;
+  names.reserve(kOperations.size());
   for (const Operation& operation : kOperations) {
     names.emplace_back(operation.name);
   }

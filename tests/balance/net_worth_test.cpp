@@ -3,10 +3,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 #include "tests/balance/shown_rows.h"
 #include "tests/platform/raises.h"
 #include "tests/support/failing_database.h"
 #include "tests/support/small_store.h"
+#include "vetlo/store/forwarding.h"
 
 namespace vetlo {
 namespace {
@@ -162,6 +165,8 @@ struct ShareCase {
   bool listed;
 };
 
+void PrintTo(const ShareCase& test, std::ostream* out) { *out << test.name; }
+
 class TwentiethOfASide : public ::testing::TestWithParam<ShareCase> {
  protected:
   static SmallStore Store(double sign) {
@@ -265,6 +270,33 @@ TEST(NetWorthByGroup, PutsAHeadingOverATotalWithoutGroups) {
   builder.Account(1, "Odd", 77, 5);
   EXPECT_THAT(OutcomeOf(NetWorthByGroup, builder, kReport).rows,
               ElementsAre(ShownRow{-1, "Assets"}, ShownRow{-1, ""}, ShownRow{5, "Total Assets"}));
+}
+
+// A store whose groups have all gone since their totals were taken.
+class StoreWithoutGroups : public ForwardingDatabase {
+ public:
+  using Database::OpenRecordset;
+  using ForwardingDatabase::ForwardingDatabase;
+  std::unique_ptr<Recordset> OpenRecordset(std::string_view source, RecordsetType type) override {
+    return ForwardingDatabase::OpenRecordset(
+        source == "Account" ? source : "SELECT * FROM Account WHERE AccountType= 99", type);
+  }
+  Database& Unobserved() override { return Store(); }
+};
+
+// Unlike the heading over a group, that over a total of debts has no blank line before it.
+TEST(NetWorthByGroup, PutsNoBlankLineBeforeAHeadingWithoutGroups) {
+  SmallStore builder;
+  builder.Account(1, "Wallet", kCashAccount, 12.5).Account(2, "Visa", kCreditCard, -35.5);
+  const auto store = builder.Open();
+  StoreWithoutGroups lacking(*store);
+  EXPECT_THAT(OutcomeOf(NetWorthByGroup, lacking, kReport).rows,
+              ElementsAre(ShownRow{-1, "Assets"}, ShownRow{-1, ""}, ShownRow{12.5, "Total Assets"},
+                          ShownRow{-1, "Liabilities"}, ShownRow{-1, ""},
+                          ShownRow{35.5, "Total Liabilities"}));
+  EXPECT_THAT(OutcomeOf(NetWorthByGroup, lacking, kChart).rows,
+              ElementsAre(ShownRow{-1, ""}, ShownRow{12.5, "Total Assets"}, ShownRow{-1, ""},
+                          ShownRow{35.5, "Total Liabilities"}));
 }
 
 TEST(NetWorthByGroup, KeepsBlankLinesAndTotalsInAChart) {

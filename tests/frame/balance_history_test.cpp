@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 #include "tests/frame/trace_lines.h"
 
 namespace vetlo {
@@ -142,6 +144,8 @@ struct SubjectCase {
   Variant parameter;
   std::string account;  // empty where the parameter is no number
 };
+
+void PrintTo(const SubjectCase& test, std::ostream* out) { *out << test.name; }
 
 class Subjects : public ::testing::TestWithParam<SubjectCase> {};
 

@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 #include <set>
 
 #include "tests/frame/trace_lines.h"
@@ -128,6 +130,8 @@ struct NetWorthCase {
   std::string chart_title;
   std::string chart_data;
 };
+
+void PrintTo(const NetWorthCase& test, std::ostream* out) { *out << "number " << test.number; }
 
 class NetWorthNumbers : public ::testing::TestWithParam<NetWorthCase> {};
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <ostream>
 
 #include "tests/platform/raises.h"
 #include "tests/support/small_store.h"
@@ -159,6 +160,10 @@ struct BoundCase {
   std::int32_t kind;
   std::int32_t n;
 };
+
+void PrintTo(const BoundCase& test, std::ostream* out) {
+  *out << "kind " << test.kind << " of " << test.n;
+}
 
 class RangesOutOfTheCalendar : public ::testing::TestWithParam<BoundCase> {};
 

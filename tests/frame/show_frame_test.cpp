@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <new>
+#include <ostream>
 
 #include "tests/frame/failing_objects.h"
 #include "tests/frame/trace_lines.h"
@@ -476,6 +478,8 @@ struct BadRange {
   std::string damage;
 };
 
+void PrintTo(const BadRange& test, std::ostream* out) { *out << test.name; }
+
 class RangesThatFail : public ::testing::TestWithParam<BadRange> {};
 
 TEST_P(RangesThatFail, EndTheCallQuietly) {
@@ -565,6 +569,64 @@ TEST(ShowChartReport, AFailureInTheSetUpOfAChartEndsTheCallQuietly) {
           << Put("chart", "ColumnCount", "0") << Put("chart", "ShowLegend", "false")
           << Put("chart", "chartType", "1") << ClosedTables();
   EXPECT_EQ(d.Events(), QuietChart(between));
+}
+
+// The chart of the cash flow guards its figures by itself.
+TEST(ShowChartReport, AFailureInAChartThatIsARoutineOfItsOwnEndsTheCallQuietly) {
+  const auto store = Wallet({.report_number = 3}).Open();
+  const auto rows = store->OpenRecordset("ChartReportSubType");
+  Drawing d;
+  FailingChart chart(d.log, &d.frame, {"TitleText"});
+  EXPECT_FALSE(d.component.ShowChartReport(*store, *rows, kChartRow, &chart, &d.report));
+  EXPECT_THAT(d.Puts("chart", "Repaint"), ElementsAre("false"));
+  EXPECT_THAT(d.Puts("report", "Visible"), IsEmpty());
+  EXPECT_THAT(d.Puts("window", "MousePointer"), ElementsAre("11", "0"));
+  EXPECT_THAT(d.Puts("chart", "MousePointer"), ElementsAre("11", "0"));
+  EXPECT_THAT(d.Puts("chart", "Visible"), ElementsAre("false", "true"));
+}
+
+// Memory that runs out is a failure like any other.
+TEST(ShowChartReport, AStoreWithoutMemoryForItsTablesEndsTheCallQuietly) {
+  class StoreWithoutMemory : public ForwardingDatabase {
+   public:
+    using Database::OpenRecordset;
+    using ForwardingDatabase::ForwardingDatabase;
+    std::unique_ptr<Recordset> OpenRecordset(std::string_view source, RecordsetType type) override {
+      if (source == "Payee") {
+        throw std::bad_alloc();
+      }
+      return ForwardingDatabase::OpenRecordset(source, type);
+    }
+  };
+  const auto store = Wallet().Open();
+  const auto rows = store->OpenRecordset("ChartReportSubType");
+  StoreWithoutMemory poor(*store);
+  Drawing d;
+  EXPECT_EQ(ResumeNext(
+                [&] { d.component.ShowChartReport(poor, *rows, kReportRow, &d.chart, &d.report); }),
+            0);
+  EXPECT_EQ(d.Events(), QuietReport());
+}
+
+// The measuring surfaces are made as a chart is first set up.
+TEST(ShowChartReport, AChartWithoutSurfacesToMeasureOnEndsTheCallQuietly) {
+  class BarePlatform : public quillmarsh::TerminalPlatform {
+   public:
+    BarePlatform() : TerminalPlatform(NumberLocale{}, Day(2026, 3, 20)) {}
+    std::unique_ptr<PictureBox> NewPictureBox() override {
+      throw Failure(FailureNumber::kInvalidCall);
+    }
+  };
+  const auto store = Wallet().Open();
+  const auto rows = store->OpenRecordset("ChartReportSubType");
+  BarePlatform platform;
+  clsTamo component(platform);
+  Drawing d;
+  EXPECT_EQ(
+      ResumeNext([&] { component.ShowChartReport(*store, *rows, kChartRow, &d.chart, &d.report); }),
+      0);
+  EXPECT_THAT(d.Puts("window", "MousePointer"), ElementsAre("11", "0"));
+  EXPECT_THAT(d.Puts("chart", "MousePointer"), ElementsAre("11", "0"));
 }
 
 TEST(ShowChartReport, AFailureAfterAnEmptyDispatchOfAChartEndsTheCallQuietly) {

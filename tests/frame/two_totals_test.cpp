@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 #include "tests/frame/failing_objects.h"
 #include "tests/frame/trace_lines.h"
 #include "tests/support/failing_database.h"
@@ -99,6 +101,8 @@ struct KindCase {
   std::string liabilities;
 };
 
+void PrintTo(const KindCase& test, std::ostream* out) { *out << "kind " << test.kind; }
+
 class AssetsAndLiabilitiesChart : public ::testing::TestWithParam<KindCase> {};
 
 TEST_P(AssetsAndLiabilitiesChart, IsWrittenInThisOrder) {
@@ -146,9 +150,53 @@ TEST(AssetsAndLiabilitiesChart, ShowsUnscaledAmountsInSlices) {
               ElementsAre("Assets: 2,500,000.00", "Liabilities: 0.00"));
 }
 
+// ---- income and expenses
+
+SmallStore Earning(std::int32_t report_number, std::int32_t kind) {
+  TestRow report{.number = kReportRow,
+                 .report_number = report_number,
+                 .chart_type = kind,
+                 .title = "Mine",
+                 .range = 12,
+                 .to = Day(2026, 1, 31)};
+  TestRow chart = report;
+  chart.number = kChartRow;
+  chart.output = ChartOrReport::kChart;
+  SmallStore store;
+  store.Account(1, "Bank", kCheckingAccount, 7)
+      .Insert("Category", {{"CategoryNumber", 1}, {"CategoryName", "Work"}, {"CategoryType", 0}})
+      .Transaction({.type = kIncome, .total = 1234.5, .account = 1, .category = 1})
+      .Transaction({.type = kExpense, .total = 40.25, .account = 1, .category = 1})
+      .Row(report)
+      .Row(chart);
+  return store;
+}
+
+class IncomeAndExpenses : public ::testing::TestWithParam<std::int32_t> {};
+
+TEST_P(IncomeAndExpenses, AreReportedWithTheirNet) {
+  const auto store = Earning(GetParam(), kBarChart).Open();
+  Drawing drawing;
+  drawing.Show(*store, kReportRow);
+  const std::string rule(21, '_');  // 1200 + 195 + 960 = 2355 twips
+  EXPECT_TRUE(drawing.report.Text().ends_with("Income\t 1,234.50\r\nExpenses\t    40.25\r\n\r\n" +
+                                              rule + "\r\n" + rule + "\r\nNet Income\t 1,194.25"))
+      << drawing.report.Text();
+}
+
+TEST_P(IncomeAndExpenses, AreChartedAsTwoColumns) {
+  const auto store = Earning(GetParam(), kPieChart).Open();
+  Drawing drawing;
+  drawing.Show(*store, kChartRow);
+  EXPECT_THAT(drawing.Puts("chart", "ChartData"), ElementsAre("[[1234.5,40.25]]"));
+  EXPECT_THAT(drawing.chart.ColumnLabels(), ElementsAre("Income: 1,234.50", "Expenses: 40.25"));
+  EXPECT_EQ(drawing.chart.Title(), "Mine");
+}
+
+INSTANTIATE_TEST_SUITE_P(All, IncomeAndExpenses, ::testing::Values(19, 32, 33, 34, 40, 41, 42));
+
 // ---- without a guard
 
-// The first reading of an account fails behind the nine tables.
 class TotalsThatFail : public ::testing::TestWithParam<std::int32_t> {};
 
 TEST_P(TotalsThatFail, FailToTheCaller) {

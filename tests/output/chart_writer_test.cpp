@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 #include "quillmarsh/cli/event_text.h"
 #include "quillmarsh/terminal/terminal_platform.h"
 #include "tests/output/measured_platform.h"
@@ -31,6 +33,8 @@ struct UnitCase {
   double scaled;
   std::string label;
 };
+
+void PrintTo(const UnitCase& test, std::ostream* out) { *out << test.largest; }
 
 class ChartUnits : public ::testing::TestWithParam<UnitCase> {};
 
@@ -112,6 +116,8 @@ struct SignCase {
   std::string label;
 };
 
+void PrintTo(const SignCase& test, std::ostream* out) { *out << test.name; }
+
 class CurrencySigns : public ::testing::TestWithParam<SignCase> {};
 
 TEST_P(CurrencySigns, StandWhereTheLocalePutsThem) {
@@ -192,6 +198,11 @@ struct LabelCase {
   std::string between;
   std::vector<std::string> labels;
 };
+
+void PrintTo(const LabelCase& test, std::ostream* out) {
+  *out << "kind " << test.kind << " between " << ::testing::PrintToString(test.between) << " unit "
+       << static_cast<int>(test.unit);
+}
 
 class ItemLabelling : public ::testing::TestWithParam<LabelCase> {};
 

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -81,6 +82,8 @@ struct RuleCase {
   std::size_t underscores;
 };
 
+void PrintTo(const RuleCase& test, std::ostream* out) { *out << test.width; }
+
 class RuleLine : public ::testing::TestWithParam<RuleCase> {};
 
 TEST_P(RuleLine, FillsItsWidth) {
@@ -113,6 +116,8 @@ struct AlignCase {
   float width;
   std::size_t blanks;
 };
+
+void PrintTo(const AlignCase& test, std::ostream* out) { *out << test.width; }
 
 class RightAlign : public ::testing::TestWithParam<AlignCase> {};
 

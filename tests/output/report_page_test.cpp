@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 #include "quillmarsh/cli/event_text.h"
 #include "quillmarsh/terminal/terminal_platform.h"
 #include "tests/output/measured_platform.h"
@@ -183,6 +185,10 @@ struct RuleRows {
   std::vector<std::string> lines;
 };
 
+void PrintTo(const RuleRows& test, std::ostream* out) {
+  *out << "rule " << static_cast<int>(test.rule);
+}
+
 class RowRules : public ::testing::TestWithParam<RuleRows> {};
 
 TEST_P(RowRules, DecideWhatARowShows) {
@@ -223,6 +229,8 @@ struct WidthCase {
   std::string label_column;  // SelTabs(1), at the left edge of the second column
   std::string right_margin;
 };
+
+void PrintTo(const WidthCase& test, std::ostream* out) { *out << test.name; }
 
 class ColumnWidths : public ::testing::TestWithParam<WidthCase> {};
 

@@ -81,8 +81,7 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(DateRanges, AreListedInTheOrderOfTheirNumbers) {
   ASSERT_EQ(Services().DateRanges().size(), 16U);
   for (std::int32_t i = 0; i < kRanges; ++i) {
-    EXPECT_EQ(static_cast<std::int32_t>(
-                  Services().DateRanges()[static_cast<std::size_t>(i)].range),
+    EXPECT_EQ(static_cast<std::int32_t>(Services().DateRanges()[static_cast<std::size_t>(i)].range),
               i);
   }
 }
@@ -144,9 +143,7 @@ TEST_P(ReportNumber, HasAKindOfChartByDefaultWhereItHasAChart) {
   }
 }
 
-TEST_P(ReportNumber, HasNoLegendWithoutAChart) {
-  EXPECT_TRUE(HasChart() || !setting_->legend);
-}
+TEST_P(ReportNumber, HasNoLegendWithoutAChart) { EXPECT_TRUE(HasChart() || !setting_->legend); }
 
 TEST_P(ReportNumber, OffersTheDateRangesThatSuitItsFigure) {
   if (Holds(kOnOneDate, GetParam())) {

@@ -125,9 +125,9 @@ TEST(FieldMaxLength, TakesNamesInAnyCase) {
 
 TEST(FieldMaxLength, FailsForATableOrColumnThatThereIsNot) {
   EXPECT_TRUE(Raises(FailureNumber::kTableNotFound,
-                     [] { Services().FieldMaxLength("Nothing", "Title"); }));
+                     [] { return Services().FieldMaxLength("Nothing", "Title"); }));
   EXPECT_TRUE(Raises(FailureNumber::kNoSuchColumn,
-                     [] { Services().FieldMaxLength("ChartReportSubType", "Nothing"); }));
+                     [] { return Services().FieldMaxLength("ChartReportSubType", "Nothing"); }));
 }
 
 // ---- labels

@@ -409,6 +409,21 @@ TEST(Transaction, CanBeginBehindASnapshot) {
   EXPECT_EQ(TitleOf(*store, 7), "changed");
 }
 
+TEST(Snapshot, ShowsNoChangeOfItsOwnStoreHalfway) {
+  const auto store = TwoRows();
+  const Snapshot snapshot(*store);
+  const auto rec = RowOf(*store, 5);
+  ASSERT_TRUE(rec->NoMatch());
+  const std::int32_t failure = ResumeNext([&] {
+    rec->AddNew();
+    SetNeededFields(*rec, 5);
+    rec->Update();
+  });
+  rec->Seek("=", 5);
+  EXPECT_EQ(rec->NoMatch(), failure != 0);
+  EXPECT_EQ(rec->RecordCount(), failure == 0 ? 3 : 2);
+}
+
 TEST(Transaction, LeavesAWalkThatIsUnderWayInOrder) {
   const auto store = TwoRows();
   const auto rec = store->OpenRecordset("SELECT * FROM ChartReportSubType");

@@ -197,11 +197,11 @@ TEST(OrderOfTheKey, GroupsARepeatableKeyAndKeepsTheOrderOfEntryInIt) {
               ElementsAre("9", "4", "1", "0"));
 }
 
-// Transactions whose accounts and dates fall while their numbers rise.
-std::unique_ptr<Database> FallingTransactions() {
+// Transactions whose accounts and dates rise and fall while their numbers rise.
+std::unique_ptr<Database> MixedTransactions() {
   SmallStore store;
   for (int i = 1; i <= 40; ++i) {
-    store.Transaction({.date = Day(2026, 3, 1 + (40 - i) / 2), .account = 41 - i});
+    store.Transaction({.date = Day(2026, 3, 1 + i * 7 % 31), .account = i * 7 % 41});
   }
   return store.Open();
 }
@@ -217,18 +217,18 @@ std::vector<std::int32_t> NumbersOfTransactions(Database& store) {
 }
 
 TEST(OrderOfTheKey, HoldsInTheTableOfTransactions) {
-  const auto store = FallingTransactions();
+  const auto store = MixedTransactions();
   EXPECT_TRUE(std::ranges::is_sorted(NumbersOfTransactions(*store)));
 }
 
 TEST(OrderOfTheKey, HoldsInTheTableOfTransactionsForItsSecondReader) {
-  const auto store = FallingTransactions();
+  const auto store = MixedTransactions();
   NumbersOfTransactions(*store);
   EXPECT_TRUE(std::ranges::is_sorted(NumbersOfTransactions(*store)));
 }
 
 TEST(OrderOfTheKey, HoldsInTheTableOfTransactionsForMoveLast) {
-  const auto store = FallingTransactions();
+  const auto store = MixedTransactions();
   const auto rec = store->OpenRecordset("TransactionRecord");
   rec->MoveLast();
   EXPECT_EQ(rec->Fields("TransactionRecordNumber"), Variant(40));

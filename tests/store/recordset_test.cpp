@@ -186,13 +186,16 @@ TEST_P(AnyRecordset, StaysWhereItIsWhenAnotherIsClosed) {
   EXPECT_EQ(NumberIn(*rec_), 2);
 }
 
-TEST_P(AnyRecordset, LeavesNoRowBehindAFailureToMove) {
-  rec_->MoveNext();
+// Memory that runs out between two rows.
+TEST(Recordset, HasNoRowBehindAFailureToMove) {
+  const auto store = ThreeAccounts();
+  const auto rec = store->OpenRecordset("SELECT * FROM Account");
+  rec->MoveNext();
   const sqlite3_int64 limit = sqlite3_hard_heap_limit64(1);
-  const std::int32_t failure = ResumeNext([&] { rec_->MoveLast(); });
+  const std::int32_t failure = ResumeNext([&] { rec->MoveLast(); });
   sqlite3_hard_heap_limit64(limit);
   ASSERT_NE(failure, 0);
-  EXPECT_NE(ResumeNext([&] { rec_->Fields("AccountNumber"); }), 0);
+  EXPECT_NE(ResumeNext([&] { rec->Fields("AccountNumber"); }), 0);
 }
 
 // ---- once closed
@@ -200,6 +203,10 @@ TEST_P(AnyRecordset, LeavesNoRowBehindAFailureToMove) {
 struct Operation {
   const char* name;
   std::function<void(Recordset&)> run;
+
+  friend std::ostream& operator<<(std::ostream& out, const Operation& operation) {
+    return out << operation.name;
+  }
 };
 
 const Operation kOperations[] = {

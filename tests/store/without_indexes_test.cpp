@@ -1,6 +1,10 @@
 #include <gtest/gtest.h>
+#include <sqlite3.h>
+#include <stdlib.h>
 
-#include <algorithm>
+#include <filesystem>
+#include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -25,26 +29,49 @@ quillmarsh::HouseholdPlan Plan() {
 
 enum class Indexes { kAsWritten, kNone, kOthers };
 
+// The statements that drop all indexes of a store but those of its keys.
+std::string DropAll(sqlite3* handle) {
+  std::string drops;
+  const auto add = [](void* to, int, char** values, char**) {
+    static_cast<std::string*>(to)->append("DROP INDEX ").append(values[0]).append(";");
+    return 0;
+  };
+  EXPECT_EQ(sqlite3_exec(handle,
+                         "SELECT name FROM sqlite_schema WHERE type = 'index' AND sql IS NOT NULL",
+                         add, &drops, nullptr),
+            SQLITE_OK);
+  return drops;
+}
+
+// Indexes that tempt the engine to read the rows in other orders.
+constexpr const char* kOtherIndexes =
+    "CREATE INDEX a ON TransactionRecord (Total, AccountNumber);"
+    "CREATE INDEX b ON TransactionRecord (TransactionDate DESC);"
+    "CREATE INDEX c ON PriceRecord (PriceDate, Price DESC);"
+    "CREATE INDEX d ON Account (AccountType, AccountName DESC);"
+    "CREATE INDEX e ON AssociatedAccountInfo (AssociatedAccountNumber DESC)";
+
 std::unique_ptr<Database> HouseholdWith(Indexes indexes) {
-  StoreBuilder builder;
+  std::string folder = (std::filesystem::temp_directory_path() / "without_indexes_XXXXXX").string();
+  if (mkdtemp(folder.data()) == nullptr) {
+    throw std::runtime_error("no folder for the test");
+  }
+  const std::string path = folder + "/store";
+  StoreBuilder builder(path);
   quillmarsh::WriteHousehold(builder, Plan());
-  if (indexes == Indexes::kOthers) {
-    // Ones that tempt the engine to read the rows in other orders.
-    builder.Execute("CREATE INDEX a ON TransactionRecord (Total, AccountNumber)");
-    builder.Execute("CREATE INDEX b ON TransactionRecord (TransactionDate DESC)");
-    builder.Execute("CREATE INDEX c ON PriceRecord (PriceDate, Price DESC)");
-    builder.Execute("CREATE INDEX d ON Account (AccountType, AccountName DESC)");
-    builder.Execute("CREATE INDEX e ON AssociatedAccountInfo (AssociatedAccountNumber DESC)");
-  }
   builder.Finish();
-  if (indexes == Indexes::kNone) {
-    for (const char* name : {"TransactionsOfAccount", "TransactionsOfOtherAccount",
-                             "TransactionsOfHolding", "PricesOfItem", "AccountsServed"}) {
-      builder.Execute(std::string("DROP INDEX ") + name);
-    }
+  if (indexes != Indexes::kAsWritten) {
+    sqlite3* handle = nullptr;
+    EXPECT_EQ(sqlite3_open(path.c_str(), &handle), SQLITE_OK);
+    const std::string sql = indexes == Indexes::kNone ? DropAll(handle) : kOtherIndexes;
+    EXPECT_FALSE(sql.empty());
+    EXPECT_EQ(sqlite3_exec(handle, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK);
+    sqlite3_close(handle);
   }
-  builder.Execute("BEGIN");
-  return builder.Open();
+  auto store = OpenStore(path, StoreAccess::kReadOnly);
+  // An open file outlives its name.
+  std::filesystem::remove_all(folder);
+  return store;
 }
 
 std::vector<std::string> ColumnsOf(std::string_view table) {

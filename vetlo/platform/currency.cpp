@@ -56,8 +56,8 @@ double ToDouble(Currency amount) {
   }
   // Whole ones are exact up to here, and no fraction of this few digits comes near enough to a
   // half of the last place to be rounded twice.
-  return static_cast<double>(units / kUnitsPerOne) +
-         static_cast<double>(units % kUnitsPerOne) / kUnitsPerOne;
+  const std::int64_t ones = units / kUnitsPerOne;
+  return static_cast<double>(ones) + static_cast<double>(units % kUnitsPerOne) / kUnitsPerOne;
 }
 
 Currency CCur(double value) {

@@ -9,7 +9,7 @@ double LeastShareShown(ChartOrReport lngChartOrReportType) {
 }
 
 std::string AccountLabel(Recordset& recAccount, ChartOrReport lngChartOrReportType) {
-  const std::string name = TextField(recAccount, "AccountName");
+  std::string name = TextField(recAccount, "AccountName");
   if (lngChartOrReportType == ChartOrReport::kChart) {
     return name;
   }

@@ -11,15 +11,6 @@ namespace {
 // How many sought rows are kept at most.
 constexpr std::size_t kMostKnownRows = 4096;
 
-std::size_t IndexOf(const Table& table, std::string_view name) {
-  const Column* const column = FindColumn(table, name);
-  if (column == nullptr) {
-    throw Failure(FailureNumber::kNoSuchColumn,
-                  "no column " + std::string(name) + " in " + std::string(table.name));
-  }
-  return static_cast<std::size_t>(column - table.columns.data());
-}
-
 }  // namespace
 
 TableRecordset::TableRecordset(SqliteDatabase& database, const Table& table, RecordsetType type)
@@ -90,7 +81,7 @@ void TableRecordset::SeekKey(std::string_view strComparison, std::span<const Var
   for (std::size_t i = 0; i < keys.size(); ++i) {
     values.push_back(StoredForm(keys[i], table_.columns[i].type));
   }
-  StandOn(*shapes_.by_keys[keys.size() - 1], std::move(values));
+  StandOn(*shapes_.by_keys[keys.size() - 1], values);
   if (keeps) {
     sought_ = &known_.insert_or_assign(*number, single_).first->second;
   }
@@ -99,9 +90,9 @@ void TableRecordset::SeekKey(std::string_view strComparison, std::span<const Var
 void TableRecordset::FindFirst(std::string_view strCriteria) {
   RequireOpen();
   Require(type_ == RecordsetType::kDynaset);
-  ShapedText text =
+  const ShapedText text =
       ShapeOf("SELECT * FROM " + std::string(table_.name) + " WHERE " + std::string(strCriteria));
-  StandOn(database_->ShapeFor(text.shape), std::move(text.values));
+  StandOn(database_->ShapeFor(text.shape), text.values);
 }
 
 bool TableRecordset::NoMatch() {
@@ -111,7 +102,7 @@ bool TableRecordset::NoMatch() {
 
 Variant TableRecordset::Fields(std::string_view strName) {
   RequireOpen();
-  const std::size_t column = IndexOf(table_, strName);
+  const std::size_t column = shapes_.rows->ColumnNamed(strName);
   switch (position_) {
     case Position::kWalking:
       return Walk().Value(column);
@@ -138,7 +129,7 @@ void TableRecordset::Edit() {
 void TableRecordset::SetField(std::string_view strName, const Variant& value) {
   RequireOpen();
   Require(change_ != Change::kNone);
-  const Column& column = table_.columns[IndexOf(table_, strName)];
+  const Column& column = table_.columns[shapes_.rows->ColumnNamed(strName)];
   changes_.insert_or_assign(std::string(column.name), StoredForm(value, column.type));
 }
 
@@ -191,16 +182,17 @@ Cursor& TableRecordset::Walk() {
   return *walk_;
 }
 
-void TableRecordset::StandOn(Shape& shape, std::vector<StoredValue> values) {
+void TableRecordset::StandOn(Shape& shape, const std::vector<StoredValue>& values) {
   position_ = Position::kNowhere;
   no_match_ = true;
   sought_ = &single_;
   sought_->found = false;
   sought_by_ = &shape;
   // The row's values are taken at once, so that a recordset that is kept holds nothing of the
-  // store; those that turn out to be read are known the next time.
+  // store: all of them, or once it is known which are read, those.
+  const ColumnSet known = shape.learned();
   std::unique_ptr<PreparedSelect> select =
-      sought_by_->Take(sought_by_->learned(), Direction::kForward);
+      shape.Take(known == 0 ? AllColumns(shape.plan()) : known, Direction::kForward);
   int parameter = 0;
   for (const StoredValue& value : values) {
     select->statement.Bind(++parameter, value);
@@ -250,8 +242,8 @@ void TableRecordset::WalkToSoughtRow() {
 
 Variant TableRecordset::SoughtValue(std::size_t column) {
   Variant& value = sought_->values[column];
+  sought_by_->Learn(ColumnSet{1} << column);
   if (IsEmpty(value)) {
-    sought_by_->Learn(ColumnSet{1} << column);
     value = sought_by_->LookUp(column, sought_->rowid);
   }
   return value;

@@ -48,7 +48,7 @@ class TableRecordset : public Recordset {
   void Require(bool possible) const;
   Cursor& Walk();
   // Stands on the first row that the text finds, or nowhere.
-  void StandOn(Shape& shape, std::vector<StoredValue> values);
+  void StandOn(Shape& shape, const std::vector<StoredValue>& values);
   // The same of a row that was sought by this key before, while the store stands still; false
   // where there is none.
   bool StandOnKnown(std::int64_t key);

@@ -31,7 +31,7 @@ SmallStore Household() {
   AddCategory(store, kFood, "Food", kExpenseCategory);
   AddCategory(store, kMoved, "Moved", kNeitherCategory);
   AddSubCategory(store, kBakery, "Bakery", kFood);
-  AddSubCategory(store, kMovedPart, "Part", kMoved);
+  AddSubCategory(store, kMovedPart, "Van", kMoved);
   return store;
 }
 
@@ -82,9 +82,9 @@ INSTANTIATE_TEST_SUITE_P(
                                    " AND CategoryNumber= 2 AND ISNULL(SubCategoryNumber)",
                                    "Category"}),
         ::testing::Values(Flow::kIncoming, Flow::kOutgoing)),
-    [](const auto& info) {
-      return std::get<0>(info.param).name +
-             (std::get<1>(info.param) == Flow::kIncoming ? "Incoming" : "Outgoing");
+    [](const auto& named) {
+      return std::get<0>(named.param).name +
+             (std::get<1>(named.param) == Flow::kIncoming ? "Incoming" : "Outgoing");
     });
 
 // ---- what is refused
@@ -126,7 +126,7 @@ INSTANTIATE_TEST_SUITE_P(
         RefusedCase{"UnknownSubCategory", TotalOfSubCategory, 78, kAssigned, "SubCategory"},
         RefusedCase{"UnassignedOfUnknown", TotalOfSubCategory, 77, kUnassigned, "Category"},
         RefusedCase{"UnassignedOfNeither", TotalOfSubCategory, kMoved, kUnassigned, "Category"}),
-    [](const auto& info) { return info.param.name; });
+    [](const auto& named) { return named.param.name; });
 
 TEST(SubCategoryTotal, DoesNotLookAtTheTypeOfItsCategory) {
   const auto store = Household().Transaction(Booked(kExpense, 5, kMoved, kMovedPart)).Open();

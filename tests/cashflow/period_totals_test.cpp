@@ -124,7 +124,7 @@ INSTANTIATE_TEST_SUITE_P(
         CountCase{"TransferOut", Funded(kTransferOut, 7), {0, 0}},
         CountCase{"TransferIn", Funded(kTransferIn, 7), {0, 0}},
         CountCase{"CorrectionUpwards", Booked(kCorrectionUpwards, 7), {0, 0}}),
-    [](const auto& info) { return info.param.name; });
+    [](const auto& named) { return named.param.name; });
 
 TEST(PeriodTotal, IsTheSumOfOrdinaryRecordsAndInvestments) {
   const auto store = Accounts()
@@ -177,7 +177,7 @@ TEST_P(RecordThatPointsNowhere, FailsToTheCallerWithoutClosing) {
 INSTANTIATE_TEST_SUITE_P(ByAccountOrCategory, RecordThatPointsNowhere,
                          ::testing::Values(FailureCase{"Account", At(Booked(kExpense, 7), 77)},
                                            FailureCase{"Category", Booked(kExpense, 7, 77)}),
-                         [](const auto& info) { return info.param.name; });
+                         [](const auto& named) { return named.param.name; });
 
 TEST(PeriodTotal, LooksUpNoCategoryAtAnAccountWithoutCashFlow) {
   const auto store = Accounts().Transaction(At(Booked(kExpense, 7, 77), kHouse)).Open();

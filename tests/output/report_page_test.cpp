@@ -41,7 +41,8 @@ class Writing {
   void Write(const AmountTable& table, const ReportTitle& title, const AmountRows& rows,
              Currency total, bool computed = true) {
     ReportPage page(report, form_, least_margin);
-    WriteAmountReport(page, table, title, rows, total, computed, platform_.Locale());
+    WriteAmountReport(page, table, title, rows, Format(total, kAmountPicture, platform_.Locale()),
+                      computed, platform_.Locale());
   }
 
   ReportPage Page() { return {report, form_, least_margin}; }

@@ -241,6 +241,25 @@ TEST(HistoryBalances, MoveByTransfersAtBothEnds) {
   EXPECT_THAT(HistoryOf(*store, 2, kOpenStart, kOpenEnd).balances, ElementsAre(30, 35));
 }
 
+TEST(HistoryBalances, OfAFundMoveWithItsUnitsAndPricesFromTheirDayOn) {
+  SmallStore builder;
+  builder.Account(8, "fund", kInvestmentAccount)
+      .Insert("PriceType", {{"PriceTypeNumber", 1}, {"PriceTypeAttr", 1}});
+  for (const int day : {2, 3, 4}) {
+    builder.Transaction({.type = kUnitsReceived,
+                         .date = Day(2026, 3, day),
+                         .account = 8,
+                         .item = 3,
+                         .quantity = 1.0});
+    builder.Insert("PriceRecord", {{"AccountItemNumber", 3},
+                                   {"PriceTypeNumber", 1},
+                                   {"PriceDate", Day(2026, 3, day + 1)},
+                                   {"Price", 10.0 * day}});
+  }
+  EXPECT_THAT(HistoryOf(*builder.Open(), 8, Day(2026, 3, 1), Day(2026, 3, 4)).balances,
+              ElementsAre(0, 0, 40, 90));
+}
+
 TEST(HistoryBalances, FailOverADamagedTotal) {
   const auto store = QuietAccount()
                          .Transaction({.date = Day(2026, 3, 1), .total = 1, .account = 1})

@@ -114,12 +114,9 @@ class SideRows {
   bool heading_ = false;
 };
 
-// One side of NetWorthByAccount; gives its total.
-Currency AddAccountsOfSide(const Request& request, const Side& side, AmountRows& rows) {
-  const Currency curGrand = TotalOfSide(request.dbDov, side, request.dtmToDate);
-  if (!side.owed) {
-    rows.Start();
-  }
+// One side of NetWorthByAccount.
+void AddAccountsOfSide(const Request& request, const Side& side, Currency curGrand,
+                       AmountRows& rows) {
   SideRows section(rows, request, side);
   const Currency curListed = ListAccounts(
       request, side, curGrand,
@@ -137,7 +134,6 @@ Currency AddAccountsOfSide(const Request& request, const Side& side, AmountRows&
     section.AddHeadingOnce();
     section.AddTotal(curGrand);
   }
-  return curGrand;
 }
 
 // A group of accounts by type.
@@ -190,13 +186,9 @@ void AddGroups(const Request& request, const Side& side, const std::vector<Group
   }
 }
 
-// One side of NetWorthByGroup; gives its total. Its blank line and total stand in a chart too.
-Currency AddGroupsOfSide(const Request& request, const Side& side, const std::vector<Group>& groups,
-                         AmountRows& rows) {
-  const Currency curGrand = TotalOfSide(request.dbDov, side, request.dtmToDate);
-  if (!side.owed) {
-    rows.Start();
-  }
+// One side of NetWorthByGroup. Its blank line and total stand in a chart too.
+void AddGroupsOfSide(const Request& request, const Side& side, Currency curGrand,
+                     const std::vector<Group>& groups, AmountRows& rows) {
   SideRows section(rows, request, side);
   AddGroups(request, side, groups, section);
   if (curGrand != Currency{}) {
@@ -205,7 +197,6 @@ Currency AddGroupsOfSide(const Request& request, const Side& side, const std::ve
     }
     section.AddTotal(curGrand);
   }
-  return curGrand;
 }
 
 Currency AccountsOfOneSide(const Request& request, const Side& side, AmountRows& rows) {
@@ -227,8 +218,11 @@ Currency AccountsOfOneSide(const Request& request, const Side& side, AmountRows&
 Currency NetWorthByGroup(Database& dbDov, Date dtmToDate, AmountRows& rows,
                          ChartOrReport lngChartOrReportType) {
   const Request request{dbDov, dtmToDate, lngChartOrReportType};
-  const Currency curAssets = AddGroupsOfSide(request, kAssets, AssetGroups(), rows);
-  const Currency curLiabilities = AddGroupsOfSide(request, kLiabilities, LiabilityGroups(), rows);
+  const Currency curAssets = TotalOfSide(dbDov, kAssets, dtmToDate);
+  rows.Start();
+  AddGroupsOfSide(request, kAssets, curAssets, AssetGroups(), rows);
+  const Currency curLiabilities = TotalOfSide(dbDov, kLiabilities, dtmToDate);
+  AddGroupsOfSide(request, kLiabilities, curLiabilities, LiabilityGroups(), rows);
   rows.Close();
   return curAssets - curLiabilities;
 }
@@ -236,8 +230,11 @@ Currency NetWorthByGroup(Database& dbDov, Date dtmToDate, AmountRows& rows,
 Currency NetWorthByAccount(Database& dbDov, Date dtmToDate, AmountRows& rows,
                            ChartOrReport lngChartOrReportType) {
   const Request request{dbDov, dtmToDate, lngChartOrReportType};
-  const Currency curAssets = AddAccountsOfSide(request, kAssets, rows);
-  const Currency curLiabilities = AddAccountsOfSide(request, kLiabilities, rows);
+  const Currency curAssets = TotalOfSide(dbDov, kAssets, dtmToDate);
+  rows.Start();
+  AddAccountsOfSide(request, kAssets, curAssets, rows);
+  const Currency curLiabilities = TotalOfSide(dbDov, kLiabilities, dtmToDate);
+  AddAccountsOfSide(request, kLiabilities, curLiabilities, rows);
   rows.Close();
   return curAssets - curLiabilities;
 }

@@ -2,8 +2,6 @@
 
 #include <vector>
 
-#include "vetlo/output/chart_writer.h"
-#include "vetlo/output/date_range_caption.h"
 #include "vetlo/services/common_services.h"
 #include "vetlo/services/report_rows.h"
 
@@ -15,11 +13,6 @@ struct History {
   ItemLabels dates;
   std::int32_t lngComputeError = 0;
 };
-
-// The number in the first parameter; false where it is none.
-bool SubjectOf(ReportCall& call, std::int32_t& lngAccountNumber) {
-  return call.Guard([&] { lngAccountNumber = ToLong(call.row.varParameter1); }) == 0;
-}
 
 History HistoryOf(ReportCall& call, std::int32_t lngAccountNumber) {
   History history;
@@ -47,7 +40,7 @@ std::string NameOr(ReportCall& call, std::int32_t lngAccountNumber, const std::s
 }
 
 // The dates become the rows.
-AmountMatrix Turned(const AmountMatrix& series) {
+AmountMatrix DatesAsRows(const AmountMatrix& series) {
   AmountMatrix rows(series.Items(), 1);
   for (std::size_t i = 1; i <= series.Items(); ++i) {
     rows(i, 1) = series(1, i);
@@ -58,7 +51,7 @@ AmountMatrix Turned(const AmountMatrix& series) {
 void ChartPoints(ReportCall& call, ChartWriter& writer, std::int32_t lngAccountNumber,
                  const History& history) {
   const ScaledChart chart =
-      ScaleChartData(Turned(history.amounts), ChartUnit::kMoney, call.platform.Locale());
+      ScaleChartData(DatesAsRows(history.amounts), ChartUnit::kMoney, call.platform.Locale());
   writer.SetData(chart.ScaledMatrix);
   writer.LabelRows(history.dates);
   writer.LabelColumn(1, NameOr(call, lngAccountNumber, "", ""));
@@ -68,42 +61,32 @@ void ChartPoints(ReportCall& call, ChartWriter& writer, std::int32_t lngAccountN
 }  // namespace
 
 void ReportBalanceHistory(ReportCall& call) {
-  std::int32_t lngAccountNumber = 0;
-  if (!SubjectOf(call, lngAccountNumber)) {
+  const auto lngAccountNumber = call.NumberIn(call.row.varParameter1);
+  if (!lngAccountNumber) {
     return;
   }
   ReportPage page = call.Page();
   page.BeginHeading();
-  page.WriteTitleLine(TitleLine(call, lngAccountNumber));
-  page.EndHeading(DateRangeCaption(call.dtmFromDate, call.dtmToDate));
-  const History history = HistoryOf(call, lngAccountNumber);
-  const Matrix<std::string> texts = FormatAmountMatrix(history.amounts, call.platform.Locale());
-  page.LayOut({{"Date", ColumnSide::kLeft, history.dates.elements(), ""},
-               {"Balance", ColumnSide::kRight, texts.elements(), ""}});
-  if (history.lngComputeError != 0) {
-    return;
-  }
-  page.WriteHeaderLine();
-  const std::size_t lngItemCount = history.dates.UpperBound();
-  for (std::size_t i = 1; i <= lngItemCount; ++i) {
-    page.WriteCells(std::vector<std::string>{history.dates(i), texts(1, i)},
-                    i == lngItemCount ? "" : "\r\n");
-  }
+  page.WriteTitleLine(TitleLine(call, *lngAccountNumber));
+  page.EndHeading(call.Caption());
+  const History history = HistoryOf(call, *lngAccountNumber);
+  page.WriteSeriesTable("Date", history.dates, "Balance",
+                        FormatAmountMatrix(history.amounts, call.platform.Locale()),
+                        history.lngComputeError == 0);
 }
 
 void ChartBalanceHistory(ReportCall& call) {
-  ChartWriter writer(*call.objChart, call.row.ChartType, call.form, call.platform.Locale());
-  std::int32_t lngAccountNumber = 0;
+  ChartWriter writer = call.Writer();
   std::string strTitle = call.row.strTitle;
-  if (SubjectOf(call, lngAccountNumber)) {
-    const History history = HistoryOf(call, lngAccountNumber);
+  if (const auto lngAccountNumber = call.NumberIn(call.row.varParameter1)) {
+    const History history = HistoryOf(call, *lngAccountNumber);
     if (history.lngComputeError == 0) {
-      ChartPoints(call, writer, lngAccountNumber, history);
+      ChartPoints(call, writer, *lngAccountNumber, history);
     }
-    strTitle = NameOr(call, lngAccountNumber, strTitle + ":", strTitle);
+    strTitle = NameOr(call, *lngAccountNumber, strTitle + ":", strTitle);
   }
   writer.SetTitle(strTitle);
-  writer.SetFootnote(DateRangeCaption(call.dtmFromDate, call.dtmToDate));
+  writer.SetFootnote(call.Caption());
 }
 
 }  // namespace vetlo

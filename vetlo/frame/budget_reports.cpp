@@ -5,7 +5,6 @@
 
 #include "vetlo/budget/budget_amounts.h"
 #include "vetlo/budget/budget_rows.h"
-#include "vetlo/output/date_range_caption.h"
 
 namespace vetlo {
 namespace {
@@ -43,7 +42,7 @@ void ShowBudgetTable(ReportCall& call, const std::vector<std::string>& headers,
   }
   ReportPage page = call.Page();
   page.LayOut(columns);
-  page.WriteHeading(call.row.strTitle, DateRangeCaption(call.dtmFromDate, call.dtmToDate));
+  page.WriteHeading(call.row.strTitle, call.Caption());
   if (lngComputeError != 0) {
     return;
   }

@@ -7,83 +7,85 @@
 #include "vetlo/cashflow/category_reports.h"
 #include "vetlo/frame/balance_history.h"
 #include "vetlo/frame/budget_reports.h"
+#include "vetlo/frame/investment_reports.h"
 #include "vetlo/frame/two_totals.h"
-#include "vetlo/output/chart_writer.h"
-#include "vetlo/output/date_range_caption.h"
+#include "vetlo/investment/positions.h"
 
 namespace vetlo {
 namespace {
 
 enum class ChartTitle { kWithTotal, kAlone };
 
+using Case = void (*)(ReportCall& call);
+
 // One family of numbers that run the same code. A family of one amount series differs from the
-// next in what computes it and in its words; any other has routines of its own.
+// next in what computes it and in its words; what is not such a series has cases of its own.
 struct Family {
   std::vector<std::int32_t> numbers;
   Currency (*compute)(const ReportCall& call, AmountRows& rows) = nullptr;
-  AmountTable table;
+  AmountTable table = {};
   ChartTitle chart_title = ChartTitle::kAlone;
-  void (*report)(ReportCall& call) = nullptr;  // in place of the above
-  void (*chart)(ReportCall& call) = nullptr;
+  // A chart that is a routine of its own guards for itself: what fails in it later is cleaned up
+  // after.
+  bool chart_guards_itself = false;
+  Case own_report = nullptr;
+  Case own_chart = nullptr;
 };
 
 Family OfSeries(std::vector<std::int32_t> numbers,
                 Currency (*compute)(const ReportCall&, AmountRows&), AmountTable table,
-                ChartTitle chart_title);
+                ChartTitle chart_title) {
+  Family family{std::move(numbers)};
+  family.compute = compute;
+  family.table = std::move(table);
+  family.chart_title = chart_title;
+  return family;
+}
 
-Family OfItsOwn(std::vector<std::int32_t> numbers, void (*report)(ReportCall&),
-                void (*chart)(ReportCall&)) {
-  return {std::move(numbers), nullptr, {}, ChartTitle::kAlone, report, chart};
+Family OfItsOwn(std::vector<std::int32_t> numbers, Case report, Case chart) {
+  Family family{std::move(numbers)};
+  family.own_report = report;
+  family.own_chart = chart;
+  return family;
+}
+
+Family WithAReportOfItsOwn(Family family, Case report) {
+  family.own_report = report;
+  return family;
+}
+
+Family WithAChartApart(Family family) {
+  family.chart_guards_itself = true;
+  return family;
 }
 
 // ---- the skeletons of one amount series
 
-const Family* FamilyOf(std::int32_t number);
-
-void ReportSeries(ReportCall& call) {
-  const Family& family = *FamilyOf(call.row.ChartReportSubTypeAttr);
+void ReportSeries(ReportCall& call, const Family& family) {
+  const NumberLocale& locale = call.platform.Locale();
   AmountRows rows;
   Currency curTotal;
   const std::int32_t lngComputeError = call.Guard([&] { curTotal = family.compute(call, rows); });
   ReportPage page = call.Page();
-  WriteAmountReport(page, family.table,
-                    {call.row.strTitle, DateRangeCaption(call.dtmFromDate, call.dtmToDate)}, rows,
-                    curTotal, lngComputeError == 0, call.platform.Locale());
+  WriteAmountReport(page, family.table, call.Title(), rows,
+                    Format(curTotal, kAmountPicture, locale), lngComputeError == 0, locale);
 }
 
-// A chart that is a routine of its own guards for itself: what fails in it later is cleaned up
-// after.
-enum class Guarded { kByTheFrame, kByItself };
-
-template <Guarded guarded>
-void ChartSeries(ReportCall& call) {
-  const Family& family = *FamilyOf(call.row.ChartReportSubTypeAttr);
+void ChartSeries(ReportCall& call, const Family& family) {
   const NumberLocale& locale = call.platform.Locale();
   AmountRows rows;
   Currency curTotal;
   const auto compute = [&] { curTotal = family.compute(call, rows); };
   const std::int32_t lngComputeError =
-      guarded == Guarded::kByTheFrame ? call.Guard(compute) : ResumeNext(compute);
-  ChartWriter writer(*call.objChart, call.row.ChartType, call.form, locale);
+      family.chart_guards_itself ? ResumeNext(compute) : call.Guard(compute);
+  ChartWriter writer = call.Writer();
   if (lngComputeError == 0) {
     WriteSeries(writer, rows, ChartUnit::kMoney, locale);
   }
   writer.SetTitle(family.chart_title == ChartTitle::kWithTotal
                       ? call.row.strTitle + ":" + Format(curTotal, kAmountPicture, locale)
                       : call.row.strTitle);
-  writer.SetFootnote(DateRangeCaption(call.dtmFromDate, call.dtmToDate));
-}
-
-Family OfSeries(std::vector<std::int32_t> numbers,
-                Currency (*compute)(const ReportCall&, AmountRows&), AmountTable table,
-                ChartTitle chart_title) {
-  return {std::move(numbers), compute,      std::move(table),
-          chart_title,        ReportSeries, ChartSeries<Guarded::kByTheFrame>};
-}
-
-Family WithAChartApart(Family family) {
-  family.chart = ChartSeries<Guarded::kByItself>;
-  return family;
+  writer.SetFootnote(call.Caption());
 }
 
 // ---- families whose figures are still to come stand under their title
@@ -91,12 +93,12 @@ Family WithAChartApart(Family family) {
 void ReportTitleAlone(ReportCall& call) {
   ReportPage page = call.Page();
   page.LayOut({});
-  page.WriteHeading(call.row.strTitle, DateRangeCaption(call.dtmFromDate, call.dtmToDate));
+  page.WriteHeading(call.row.strTitle, call.Caption());
 }
 
 void ChartTitleAlone(ReportCall& call) {
   call.objChart->SetTitleText(call.row.strTitle);
-  call.objChart->SetFootnoteText(DateRangeCaption(call.dtmFromDate, call.dtmToDate));
+  call.objChart->SetFootnoteText(call.Caption());
 }
 
 // ---- what computes the families of one series
@@ -113,6 +115,10 @@ using OfAPeriod = Currency (*)(Database&, Date, Date, AmountRows&, ChartOrReport
 template <OfAPeriod routine>
 Currency Between(const ReportCall& call, AmountRows& rows) {
   return routine(call.dbDov, call.dtmFromDate, call.dtmToDate, rows, call.Target());
+}
+
+Currency ValuesByType(const ReportCall& call, AmountRows& rows) {
+  return InvestmentValuesByType(call.dbDov, rows, call.Target());
 }
 
 const std::vector<Family>& Catalogue() {
@@ -142,8 +148,18 @@ const std::vector<Family>& Catalogue() {
       OfItsOwn({58}, ShowAnnualBudgetReport, nullptr),
       OfItsOwn({59}, ShowBudgetAgainstActualReport, nullptr),
       OfItsOwn({7, 9, 10, 54}, ReportTitleAlone, nullptr),
-      OfItsOwn({2, 8, 11, 12, 13, 14, 15, 16, 17, 24, 26, 27, 28, 29, 30, 53}, ReportTitleAlone,
-               ChartTitleAlone),
+      WithAReportOfItsOwn(OfSeries({13}, ChartedInvestmentsByAccount, {}, kAlone),
+                          ReportInvestmentsByAccount),
+      WithAReportOfItsOwn(OfSeries({14}, ChartedInvestmentsByType, {}, kAlone),
+                          ReportInvestmentsByType),
+      OfItsOwn({15}, ReportYieldByAccount, ChartYieldByAccount),
+      OfItsOwn({16}, ReportYieldByType, ChartYieldByType),
+      OfItsOwn({17}, ReportAllPrices, ChartAllPrices),
+      OfSeries({24, 53}, ValuesByType,
+               {"Investment Type", "Value", "Total", RowRule::kNonNegativeRows}, kWithTotal),
+      OfItsOwn({26}, ReportAccountPrices, ChartAccountPrices),
+      OfItsOwn({27}, ReportItemPrices, ChartItemPrices),
+      OfItsOwn({2, 8, 11, 12, 28, 29, 30}, ReportTitleAlone, ChartTitleAlone),
   };
   return families;
 }
@@ -159,15 +175,25 @@ const Family* FamilyOf(std::int32_t number) {
 
 void DrawReport(ReportCall& call) {
   const Family* const family = FamilyOf(call.row.ChartReportSubTypeAttr);
-  if (family != nullptr) {
-    family->report(call);
+  if (family == nullptr) {
+    return;
+  }
+  if (family->own_report != nullptr) {
+    family->own_report(call);
+  } else {
+    ReportSeries(call, *family);
   }
 }
 
 void DrawChart(ReportCall& call) {
   const Family* const family = FamilyOf(call.row.ChartReportSubTypeAttr);
-  if (family != nullptr && family->chart != nullptr) {
-    family->chart(call);
+  if (family == nullptr) {
+    return;
+  }
+  if (family->own_chart != nullptr) {
+    family->own_chart(call);
+  } else if (family->compute != nullptr) {
+    ChartSeries(call, *family);
   }
 }
 

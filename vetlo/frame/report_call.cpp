@@ -1,5 +1,7 @@
 #include "vetlo/frame/report_call.h"
 
+#include "vetlo/output/date_range_caption.h"
+
 namespace vetlo {
 namespace {
 
@@ -31,5 +33,13 @@ bool LookUpTables::Find(LookUpTable table, std::int32_t number) {
   rec.Seek("=", number);
   return !rec.NoMatch();
 }
+
+std::optional<std::int32_t> ReportCall::NumberIn(const Variant& varParameter) {
+  std::optional<std::int32_t> number;
+  Guard([&] { number = ToLong(varParameter); });
+  return number;
+}
+
+std::string ReportCall::Caption() const { return DateRangeCaption(dtmFromDate, dtmToDate); }
 
 }  // namespace vetlo

@@ -3,8 +3,10 @@
 #include <array>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
+#include "vetlo/output/chart_writer.h"
 #include "vetlo/output/report_page.h"
 #include "vetlo/output/tamo_form.h"
 #include "vetlo/platform/failure.h"
@@ -59,9 +61,9 @@ class LookUpTables {
 struct ReportCall {
   Database& dbDov;
   Platform& platform;
-  const frmTamo& form;
   const SettingsRow& row;
   LookUpTables& tables;
+  const frmTamo* form = nullptr;      // the hidden form, once it is made
   ChartObject* objChart = nullptr;    // the target of a chart
   ReportObject* objReport = nullptr;  // the target of a report
   Date dtmFromDate = {};
@@ -84,7 +86,15 @@ struct ReportCall {
     return lngComputeError;
   }
 
-  [[nodiscard]] ReportPage Page() const { return {*objReport, form, sngMinRightMargin}; }
+  // The number that a parameter of a history is; none where it does not convert.
+  std::optional<std::int32_t> NumberIn(const Variant& varParameter);
+
+  [[nodiscard]] std::string Caption() const;
+  [[nodiscard]] ReportTitle Title() const { return {row.strTitle, Caption()}; }
+  [[nodiscard]] ReportPage Page() const { return {*objReport, *form, sngMinRightMargin}; }
+  [[nodiscard]] ChartWriter Writer() const {
+    return {*objChart, row.ChartType, *form, platform.Locale()};
+  }
 };
 
 }  // namespace vetlo

@@ -111,7 +111,7 @@ bool clsTamo::ShowChartReport(Database& dbDov, Recordset& recChartReportSubType,
   }
 
   LookUpTables tables;
-  ReportCall call{dbDov, platform_, Form(), row, tables};
+  ReportCall call{dbDov, platform_, row, tables};
   call.objChart = chart ? objChart : nullptr;
   call.objReport = chart ? nullptr : objReport;
   try {
@@ -121,7 +121,7 @@ bool clsTamo::ShowChartReport(Database& dbDov, Recordset& recChartReportSubType,
     call.dtmToDate = dtmToDate;
     tables.Open(dbDov);
     Draw(call, chart ? static_cast<DisplayObject*>(objReport) : objChart);
-  } catch (const Failure&) {
+  } catch (const std::exception&) {
     // Once a case has computed, nobody cleans up: the tables are left to go by themselves, and the
     // hourglass stays.
     if (!call.blnCleanUpArmed) {
@@ -139,12 +139,14 @@ bool clsTamo::ShowChartReport(Database& dbDov, Recordset& recChartReportSubType,
 }
 
 void clsTamo::Draw(ReportCall& call, DisplayObject* other) {
+  // A report has nobody to clean up after it from its first put on.
+  call.blnCleanUpArmed = call.objChart != nullptr;
+  call.form = &Form();
   if (call.objChart != nullptr) {
-    SetUpChart(*call.objChart, call.row.blnLegend, call.row.ChartType, call.form);
+    SetUpChart(*call.objChart, call.row.blnLegend, call.row.ChartType, *call.form);
     DrawChart(call);
     call.objChart->SetRepaint(true);
   } else {
-    call.blnCleanUpArmed = false;
     call.sngMinRightMargin = SetUpReport(*call.objReport, platform_);
     DrawReport(call);
     call.objReport->SetLocked(true);

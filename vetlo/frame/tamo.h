@@ -1,6 +1,5 @@
 #pragma once
 
-#include <memory>
 #include <optional>
 #include <span>
 
@@ -12,7 +11,6 @@
 namespace vetlo {
 
 struct ReportCall;
-struct SettingsRow;
 
 // The component as its host sees it. It keeps no figures: every call computes from the store and
 // sees one state of it. The store, the recordset and the display objects stay the host's.

@@ -5,7 +5,6 @@
 #include "vetlo/balance/totals.h"
 #include "vetlo/cashflow/period_totals.h"
 #include "vetlo/output/chart_writer.h"
-#include "vetlo/output/date_range_caption.h"
 
 namespace vetlo {
 namespace {
@@ -32,18 +31,14 @@ TwoTotals AssetsAndLiabilities(ReportCall& call) {
 
 void ReportTwoTotals(ReportCall& call, const TwoTotals& totals, const TwoLabels& labels) {
   const NumberLocale& locale = call.platform.Locale();
-  const std::vector<std::string> names = {labels.first, labels.second};
-  const std::vector<std::string> amounts = {Format(totals.first, kAmountPicture, locale),
-                                            Format(totals.second, kAmountPicture, locale)};
-  const std::string strTotal = Format(totals.first - totals.second, kAmountPicture, locale);
+  AmountRows rows;
+  rows.Start();
+  rows.Add(totals.first, labels.first);
+  rows.Add(totals.second, labels.second);
+  rows.Close();
   ReportPage page = call.Page();
-  page.LayOut({{"Item", ColumnSide::kLeft, names, labels.total},
-               {"Total", ColumnSide::kRight, amounts, strTotal}});
-  page.WriteHeading(call.row.strTitle, DateRangeCaption(call.dtmFromDate, call.dtmToDate));
-  page.WriteHeaderLine();
-  page.WriteCells(std::vector<std::string>{names[0], amounts[0]}, "\r\n");
-  page.WriteCells(std::vector<std::string>{names[1], amounts[1]}, "\r\n\r\n");
-  page.WriteTotal(std::vector<std::string>{labels.total, strTotal});
+  WriteAmountReport(page, {"Item", "Total", labels.total, RowRule::kAllRows}, call.Title(), rows,
+                    Format(totals.first - totals.second, kAmountPicture, locale), true, locale);
 }
 
 void ChartTwoTotals(ReportCall& call, const TwoTotals& totals, const TwoLabels& labels) {
@@ -52,10 +47,10 @@ void ChartTwoTotals(ReportCall& call, const TwoTotals& totals, const TwoLabels& 
   amounts(1, 1) = totals.first;
   amounts(1, 2) = totals.second;
   const ScaledChart chart = ScaleChartData(amounts, ChartUnit::kMoney, locale);
-  ChartWriter writer(*call.objChart, call.row.ChartType, call.form, locale);
+  ChartWriter writer = call.Writer();
   writer.SetData(chart.ScaledMatrix);
   writer.SetTitle(call.row.strTitle);
-  writer.SetFootnote(DateRangeCaption(call.dtmFromDate, call.dtmToDate));
+  writer.SetFootnote(call.Caption());
   writer.SetAxisTitle(chart.strUnitLabel);
   writer.LabelItems({{labels.first, totals.first}, {labels.second, totals.second}},
                     ChartUnit::kMoney, ": ");

@@ -15,6 +15,9 @@ constexpr float kMarginAllowance = 390.0F;
 
 // How many of a character fill a width, the last one reaching over its end.
 std::int32_t CountToFill(double sngWidth, double sngCharacter) {
+  if (sngCharacter == 0) {
+    throw Failure(FailureNumber::kDivisionByZero);
+  }
   const double count = RoundHalfEven((sngCharacter + sngWidth - 1.0) / sngCharacter);
   return ToLong(count);
 }
@@ -103,7 +106,10 @@ void ReportPage::LayOut(const std::vector<ReportColumn>& columns) {
   for (const ReportColumn& column : columns_) {
     const float sngWidth =
         MaxColumnTextWidth(column.texts, column.header, column.extra, form_.picReportTextFont());
-    sngTableWidth += (sngColumnWidths_.empty() ? 0 : sngColumnGap) + sngWidth;
+    if (!sngColumnWidths_.empty()) {
+      sngTableWidth += sngColumnGap;
+    }
+    sngTableWidth += sngWidth;
     sngColumnWidths_.push_back(sngWidth);
   }
   strRuleLine_ = RuleLineForWidth(sngTableWidth, form_.picReportTextFont());
@@ -148,6 +154,22 @@ void ReportPage::EndHeading(std::string_view strDateCaption) {
   report_.SetSelAlignment(Alignment::kLeft);
 }
 
+void ReportPage::WriteSeriesTable(const std::string& strLabelHeader, const ItemLabels& labels,
+                                  const std::string& strAmountHeader,
+                                  const Matrix<std::string>& amounts, bool computed) {
+  LayOut({{strLabelHeader, ColumnSide::kLeft, labels.elements(), ""},
+          {strAmountHeader, ColumnSide::kRight, amounts.elements(), ""}});
+  if (!computed) {
+    return;
+  }
+  WriteHeaderLine();
+  const std::size_t lngItemCount = labels.UpperBound();
+  for (std::size_t i = 1; i <= lngItemCount; ++i) {
+    WriteCells(std::vector<std::string>{labels(i), amounts.elements().at(i - 1)},
+               i == lngItemCount ? "" : "\r\n");
+  }
+}
+
 void ReportPage::WriteHeaderLine() {
   std::vector<std::string> headers;
   for (const ReportColumn& column : columns_) {
@@ -160,18 +182,28 @@ void ReportPage::WriteHeaderLine() {
 void ReportPage::WriteCells(std::span<const std::string> texts, std::string_view line_end) {
   std::string line;
   for (std::size_t i = 0; i < texts.size(); ++i) {
-    const bool right = columns_[i].side == ColumnSide::kRight;
     line += (i == 0 ? "" : "\t");
-    line += right ? RightAlignToWidth(sngColumnWidths_[i], texts[i], form_.picReportTextFont())
-                  : texts[i];
+    line += CellText(i, texts[i]);
   }
   Write(line.append(line_end));
+}
+
+std::string ReportPage::CellText(std::size_t column, const std::string& text) const {
+  return columns_[column].side == ColumnSide::kLeft
+             ? text
+             : RightAlignToWidth(sngColumnWidths_[column], text, form_.picReportTextFont());
 }
 
 void ReportPage::WriteTotal(std::span<const std::string> texts) {
   Write(strRuleLine_ + "\r\n");
   Write(strRuleLine_ + "\r\n");
-  WriteCells(texts);
+  std::string line;
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    line += (i == 0 ? "" : "\t");
+    // A column without a total stays empty.
+    line += texts[i].empty() ? "" : CellText(i, texts[i]);
+  }
+  Write(line);
 }
 
 void ReportPage::SetFontOf(const PictureBox& box) {
@@ -180,11 +212,10 @@ void ReportPage::SetFontOf(const PictureBox& box) {
 }
 
 void WriteAmountReport(ReportPage& page, const AmountTable& table, const ReportTitle& title,
-                       const AmountRows& rows, Currency curTotal, bool computed,
+                       const AmountRows& rows, const std::string& strTotal, bool computed,
                        const NumberLocale& locale) {
   const AmountMatrix amounts = rows.Amounts();
   const Matrix<std::string> texts = FormatAmountMatrix(amounts, locale);
-  const std::string strTotal = Format(curTotal, kAmountPicture, locale);
   page.LayOut(
       {{table.strLabelHeader, ColumnSide::kLeft, rows.Labels().elements(), table.strTotalLabel},
        {table.strAmountHeader, ColumnSide::kRight, texts.elements(), strTotal}});

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -60,11 +59,17 @@ class ReportPage {
   void WriteTitleLine(std::string_view strTitleLine);
   void EndHeading(std::string_view strDateCaption);
 
+  // A table of labels and amounts without a total, its last line without an end. Where computing
+  // failed it is laid out and left out.
+  void WriteSeriesTable(const std::string& strLabelHeader, const ItemLabels& labels,
+                        const std::string& strAmountHeader, const Matrix<std::string>& amounts,
+                        bool computed);
+
   // The headers over a rule.
   void WriteHeaderLine();
   // One line of a table, a text for each column.
   void WriteCells(std::span<const std::string> texts, std::string_view line_end = {});
-  // The last line of a table, under a double rule.
+  // The last line of a table, under a double rule; an empty text leaves its column empty.
   void WriteTotal(std::span<const std::string> texts);
   void Write(std::string_view text) { report_.SetSelText(text); }
 
@@ -72,6 +77,7 @@ class ReportPage {
 
  private:
   void SetFontOf(const PictureBox& box);
+  [[nodiscard]] std::string CellText(std::size_t column, const std::string& text) const;
 
   ReportObject& report_;
   const frmTamo& form_;
@@ -110,7 +116,7 @@ struct ReportTitle {
 // The whole report of one amount series and its total. Where computing failed it is title and
 // caption alone, measured with whatever the routine has left in the rows.
 void WriteAmountReport(ReportPage& page, const AmountTable& table, const ReportTitle& title,
-                       const AmountRows& rows, Currency curTotal, bool computed,
+                       const AmountRows& rows, const std::string& strTotal, bool computed,
                        const NumberLocale& locale);
 
 }  // namespace vetlo

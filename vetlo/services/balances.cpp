@@ -65,12 +65,14 @@ double UnitsChange(Recordset& rec) {
 constexpr std::string_view kCounted = " AND (TransactionRecordType= 0 OR TransactionRecordType= 4)";
 
 // All of a day counts, whatever the time of day.
-std::string EndOfDayLiteral(Date date) {
-  constexpr double kLastSecond = 86399.0 / 86400.0;
-  return Services().SqlDateLiteral(Date{DayOf(date).days + kLastSecond});
+std::string UpToTheEndOf(std::string_view column, Date date) {
+  const Date day = DayOf(date);
+  static_cast<void>(CalendarDayOf(day));
+  // There is no day after the last one.
+  return " AND " + std::string(column) +
+         (day < kLastRealDate ? "<" + Services().SqlDateLiteral(Date{day.days + 1})
+                              : "<=#9999-12-31 23:59:59#");
 }
-
-std::string UpToTheEndOf(Date date) { return " AND TransactionDate<=" + EndOfDayLiteral(date); }
 
 std::string MovementsText(std::int32_t account, End end) {
   return "SELECT * FROM TransactionRecord WHERE " +
@@ -113,7 +115,7 @@ std::vector<UnitsMovement> UnitsMovements(Database& store, std::int32_t account,
   std::vector<UnitsMovement> movements;
   ForEachRowOf(store,
                MovementsText(account, End::kOwn) + " AND (NOT ISNULL(AccountItemNumber))" +
-                   UpToTheEndOf(until) + std::string(kCounted) +
+                   UpToTheEndOf("TransactionDate", until) + std::string(kCounted) +
                    " ORDER BY TransactionRecordNumber",
                [&](Recordset& rec) {
                  const double units = UnitsChange(rec);
@@ -152,7 +154,7 @@ double PriceOn(Database& store, std::int32_t item, std::int32_t price_type, Date
   const auto rec =
       store.OpenRecordset("SELECT * FROM PriceRecord WHERE AccountItemNumber=" + Str(item) +
                           " AND PriceTypeNumber=" + Str(price_type) +
-                          " AND PriceDate<=" + EndOfDayLiteral(date) + " ORDER BY PriceDate");
+                          UpToTheEndOf("PriceDate", date) + " ORDER BY PriceDate");
   double price = 0;
   if (!(rec->Bof() && rec->Eof())) {
     rec->MoveLast();
@@ -264,9 +266,10 @@ Currency CommonServices::AccountBalanceOnDate(Database& dbDov, std::int32_t lngA
       FindAccount(store, lngAccountNumber, FailureNumber::kNoCurrentRecord);
   Currency balance = account.opening_balance;
   for (const End end : kBothEnds) {
-    ForEachRowOf(
-        store, MovementsText(lngAccountNumber, end) + UpToTheEndOf(dtmDate) + std::string(kCounted),
-        [&](Recordset& rec) { balance += CashChange(rec, end); });
+    ForEachRowOf(store,
+                 MovementsText(lngAccountNumber, end) + UpToTheEndOf("TransactionDate", dtmDate) +
+                     std::string(kCounted),
+                 [&](Recordset& rec) { balance += CashChange(rec, end); });
   }
   if (account.holds_items) {
     balance += ValueOn(store, UnitsMovements(store, lngAccountNumber, dtmDate),

@@ -22,6 +22,9 @@ DayAndSeconds SplitToSeconds(Date date) {
   Date day = DayOf(date);
   const double rest = date.days - day.days;
   int seconds = static_cast<int>(std::lround(rest * kSecondsPerDay));
+  if (seconds == kSecondsPerDay && day == DayOf(kLastRealDate)) {
+    seconds = kSecondsPerDay - 1;
+  }
   if (seconds == kSecondsPerDay) {
     day.days += 1;
     seconds = 0;

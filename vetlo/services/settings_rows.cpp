@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <limits>
 #include <string>
 
 #include "vetlo/platform/failure.h"
@@ -24,6 +25,9 @@ std::int32_t NextFreeNumber(Database& dbDov) {
   ForEachRowOf(dbDov, "SELECT * FROM ChartReportSubType", [&](Recordset& rec) {
     highest = std::max(highest, LongField(rec, "ChartReportSubTypeNumber"));
   });
+  if (highest == std::numeric_limits<std::int32_t>::max()) {
+    throw Failure(FailureNumber::kOverflow);
+  }
   return highest + 1;
 }
 

@@ -50,10 +50,11 @@ Variant FromInteger(std::int64_t value, ColumnType type) {
     case ColumnType::kDouble:
       return static_cast<double>(value);
     case ColumnType::kVariant:
-      if (value == LongOf(value)) {
-        return LongOf(value);
+      // A whole number past a Long was a Double when it was stored.
+      if (value != static_cast<std::int32_t>(value)) {
+        return static_cast<double>(value);
       }
-      break;
+      return static_cast<std::int32_t>(value);
     case ColumnType::kText:
       break;
   }
@@ -172,7 +173,10 @@ Statement::Statement(sqlite3* handle, const std::string& sql) {
   const int result = sqlite3_prepare_v3(handle, sql.c_str(), static_cast<int>(sql.size() + 1),
                                         SQLITE_PREPARE_PERSISTENT, &statement, nullptr);
   statement_.reset(statement);
-  if (result == SQLITE_ERROR || result == SQLITE_AUTH) {
+  if (result == SQLITE_AUTH) {
+    throw Failure(FailureNumber::kStoreUnusable, "this part of the store cannot be written");
+  }
+  if (result == SQLITE_ERROR) {
     throw Failure(FailureNumber::kBadSqlText, sqlite3_errmsg(handle));
   }
   if (result != SQLITE_OK) {

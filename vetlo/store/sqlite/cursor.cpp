@@ -154,6 +154,7 @@ std::int64_t Cursor::RowId(std::size_t source) {
 }
 
 void Cursor::Start(ColumnSet columns, Direction direction) {
+  state_ = State::kFailed;  // unless a statement is there and its step comes back
   select_ = shape_.Take(columns, direction);
   ordinal_ = 0;
   int parameter = 0;

@@ -3,13 +3,6 @@
 #include "vetlo/platform/failure.h"
 
 namespace vetlo {
-namespace {
-
-[[noreturn]] void RaiseNotForTexts() {
-  throw Failure(FailureNumber::kInvalidCall, "only a table opened by its name can do that");
-}
-
-}  // namespace
 
 void QueryRecordset::Close() {
   Rows();
@@ -20,15 +13,20 @@ Variant QueryRecordset::Fields(std::string_view strName) {
   return Rows().Value(shape_.ColumnNamed(strName));
 }
 
-std::int32_t QueryRecordset::RecordCount() { RaiseNotForTexts(); }
-void QueryRecordset::SetIndex(std::string_view) { RaiseNotForTexts(); }
-void QueryRecordset::SeekKey(std::string_view, std::span<const Variant>) { RaiseNotForTexts(); }
-void QueryRecordset::FindFirst(std::string_view) { RaiseNotForTexts(); }
-bool QueryRecordset::NoMatch() { RaiseNotForTexts(); }
-void QueryRecordset::AddNew() { RaiseNotForTexts(); }
-void QueryRecordset::Edit() { RaiseNotForTexts(); }
-void QueryRecordset::SetField(std::string_view, const Variant&) { RaiseNotForTexts(); }
-void QueryRecordset::Update() { RaiseNotForTexts(); }
+std::int32_t QueryRecordset::RecordCount() { NotForTexts(); }
+void QueryRecordset::SetIndex(std::string_view) { NotForTexts(); }
+void QueryRecordset::SeekKey(std::string_view, std::span<const Variant>) { NotForTexts(); }
+void QueryRecordset::FindFirst(std::string_view) { NotForTexts(); }
+bool QueryRecordset::NoMatch() { NotForTexts(); }
+void QueryRecordset::AddNew() { NotForTexts(); }
+void QueryRecordset::Edit() { NotForTexts(); }
+void QueryRecordset::SetField(std::string_view, const Variant&) { NotForTexts(); }
+void QueryRecordset::Update() { NotForTexts(); }
+
+void QueryRecordset::NotForTexts() {
+  Rows();
+  throw Failure(FailureNumber::kInvalidCall, "only a table opened by its name can do that");
+}
 
 Cursor& QueryRecordset::Rows() {
   if (!rows_) {

@@ -36,6 +36,7 @@ class QueryRecordset : public Recordset {
 
  private:
   Cursor& Rows();
+  [[noreturn]] void NotForTexts();
 
   Shape& shape_;
   std::optional<Cursor> rows_;  // none once closed

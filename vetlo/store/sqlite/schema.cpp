@@ -42,6 +42,11 @@ constexpr std::array kIndexes = {
           "TransactionRecordType, AccountNumber, ToOrFundAccountNumber, Total) "
           "WHERE SubCategoryNumber IS NOT NULL"},
     Index{"SubCategoriesOfCategory", "SubCategory (CategoryNumber)"},
+    // What an investment cost and brought.
+    Index{"TransactionsOfItem",
+          "TransactionRecord (AccountItemNumber, TransactionType, TransactionRecordType, "
+          "AccountNumber, Total) WHERE AccountItemNumber IS NOT NULL"},
+    Index{"ItemsOfType", "AccountItem (AccountItemTypeNumber)"},
     Index{"PricesOfItem", "PriceRecord (AccountItemNumber, PriceTypeNumber, PriceDate, Price)"},
     Index{"AccountsServed", "AssociatedAccountInfo (AccountNumber)"},
 };
@@ -115,6 +120,9 @@ std::set<std::string> ColumnsOfTables(Connection& connection) {
 
 void CheckTable(const Table& table, const std::set<std::string>& there) {
   const std::string name(table.name);
+  if (there.contains(Folded(name) + ".rowid")) {
+    RaiseNotOurs("its table " + name + " hides the numbers of its rows");
+  }
   for (const Column& column : table.columns) {
     if (!there.contains(Folded(name + "." + std::string(column.name)))) {
       RaiseNotOurs("it has no table " + name + " with a column " + std::string(column.name));

@@ -59,7 +59,11 @@ StoredValue DateConstant(std::string_view text) {
     if (!IsDigit(time[at]) || !IsDigit(time[at + 1])) {
       throw Failure(FailureNumber::kTypeMismatch);
     }
-    seconds = seconds * 60 + (time[at] - '0') * 10 + (time[at + 1] - '0');
+    const int part = (time[at] - '0') * 10 + (time[at + 1] - '0');
+    if (part > (at == 1 ? 23 : 59)) {
+      throw Failure(FailureNumber::kTypeMismatch);
+    }
+    seconds = seconds * 60 + part;
   }
   return day + seconds / kSecondsPerDay;
 }
@@ -384,8 +388,8 @@ class Parser {
   // Without an order of its own a text shows the first table's key order, ties fall in the order
   // of entry. A walk over the transactions that asks for no order does not care for one.
   void FinishOrder() {
-    if (plan_.sums ||
-        (plan_.order.empty() && plan_.sources[0].table->name == "TransactionRecord")) {
+    if (plan_.sums || (plan_.order.empty() && !plan_.where.empty() &&
+                       plan_.sources[0].table->name == "TransactionRecord")) {
       return;
     }
     if (plan_.order.empty()) {

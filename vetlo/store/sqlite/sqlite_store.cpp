@@ -1,6 +1,8 @@
 #include "vetlo/store/sqlite/sqlite_store.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <climits>
@@ -27,7 +29,10 @@ std::string ReasonOf(int error) {
 // The path without links and dots, absolute, of a regular file.
 std::string ResolvedFile(const std::string& path) {
   char resolved[PATH_MAX];
-  if (path.find('\0') != std::string::npos || realpath(path.c_str(), resolved) == nullptr) {
+  if (path.find('\0') != std::string::npos) {
+    RaiseUnusable(ReasonOf(ENOENT));
+  }
+  if (realpath(path.c_str(), resolved) == nullptr) {
     RaiseUnusable(ReasonOf(errno));
   }
   struct stat facts = {};
@@ -40,9 +45,13 @@ std::string ResolvedFile(const std::string& path) {
   return resolved;
 }
 
-bool IsThere(const std::string& path) {
-  struct stat facts = {};
-  return lstat(path.c_str(), &facts) == 0;
+// Makes an empty file, and nothing where there is anything of that name.
+void MakeFile(const std::string& path) {
+  const int file = open(path.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0666);
+  if (file < 0) {
+    RaiseUnusable(errno == EEXIST ? "there is such a file already" : ReasonOf(errno));
+  }
+  close(file);
 }
 
 }  // namespace
@@ -86,9 +95,7 @@ class StoreBuilder::Impl {
 StoreBuilder::StoreBuilder() : impl_(std::make_unique<Impl>(Connection::CreateInMemory())) {}
 
 StoreBuilder::StoreBuilder(const std::string& path) {
-  if (IsThere(path)) {
-    RaiseUnusable("there is such a file already");
-  }
+  MakeFile(path);
   impl_ = std::make_unique<Impl>(Connection::CreateFile(path));
 }
 
@@ -101,14 +108,19 @@ void StoreBuilder::Insert(std::string_view table_name, const Values& values) {
   if (table == nullptr) {
     throw Failure(FailureNumber::kTableNotFound, "no table " + std::string(table_name));
   }
-  Statement& statement = impl_->InsertFor(*table, values);
-  int parameter = 0;
+  std::vector<StoredValue> stored;
   for (const auto& [name, value] : values) {
     const Column* const column = FindColumn(*table, name);
     if (column == nullptr) {
       throw Failure(FailureNumber::kNoSuchColumn, "no column " + std::string(name));
     }
-    statement.Bind(++parameter, StoredForm(value, column->type));
+    stored.push_back(StoredForm(value, column->type));
+  }
+  Statement& statement = impl_->InsertFor(*table, values);
+  statement.Reset();  // a row that was refused before leaves it in the middle
+  int parameter = 0;
+  for (const StoredValue& value : stored) {
+    statement.Bind(++parameter, value);
   }
   statement.Step();
   statement.Reset();
@@ -126,6 +138,7 @@ std::unique_ptr<Database> StoreBuilder::Open() {
   Finish();
   Connection connection = std::move(impl_->connection);
   impl_.reset();
+  connection.Execute("PRAGMA journal_mode = MEMORY");  // without one nothing is rolled back
   connection.RestrictToModel(StoreAccess::kReadWrite);
   return std::make_unique<SqliteDatabase>(std::move(connection));
 }

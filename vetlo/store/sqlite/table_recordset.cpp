@@ -135,7 +135,12 @@ void TableRecordset::SetField(std::string_view strName, const Variant& value) {
 
 void TableRecordset::Update() {
   RequireOpen();
-  Require(change_ != Change::kNone && !changes_.empty());
+  Require(change_ != Change::kNone && database_->SnapshotNumber() == 0);
+  if (change_ == Change::kEditing && changes_.empty()) {
+    change_ = Change::kNone;
+    return;
+  }
+  Require(!changes_.empty());
   const bool adding = change_ == Change::kAdding;
   std::string names;
   std::string marks;
@@ -159,7 +164,18 @@ void TableRecordset::Update() {
   }
   statement.Step();
   change_ = Change::kNone;
-  sought_->values.assign(table_.columns.size(), Empty{});
+  if (!adding) {
+    StandOnRow(CurrentRowId());
+  }
+}
+
+// On a row whose values are all to be read anew.
+void TableRecordset::StandOnRow(std::int64_t rowid) {
+  known_.clear();
+  sought_ = &single_;
+  single_ = SoughtRow{true, rowid, std::vector<Variant>(table_.columns.size())};
+  sought_by_ = shapes_.rows;
+  position_ = Position::kOnSoughtRow;
 }
 
 void TableRecordset::RequireOpen() const {

@@ -52,6 +52,7 @@ class TableRecordset : public Recordset {
   // The same of a row that was sought by this key before, while the store stands still; false
   // where there is none.
   bool StandOnKnown(std::int64_t key);
+  void StandOnRow(std::int64_t rowid);
   // Takes up the walk at the sought row.
   void WalkToSoughtRow();
   Variant SoughtValue(std::size_t column);

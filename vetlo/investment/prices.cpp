@@ -1,0 +1,232 @@
+#include "vetlo/investment/prices.h"
+
+#include <algorithm>
+#include <functional>
+
+#include "vetlo/investment/values.h"
+#include "vetlo/platform/failure.h"
+#include "vetlo/platform/text.h"
+#include "vetlo/services/common_services.h"
+
+namespace vetlo {
+namespace {
+
+constexpr std::int32_t kInvestmentBasicType = 2;  // AccountItemType.BasicAccountType
+
+[[noreturn]] void RaiseNothing() { throw Failure(FailureNumber::kNothingToShow); }
+
+std::int32_t ChartedPriceType(Database& dbDov) {
+  ScopedRecordset rec(dbDov, "PriceType", RecordsetType::kDynaset);
+  rec->FindFirst("PriceTypeAttr=" + Str(kDefaultPriceType));
+  if (rec->NoMatch()) {
+    RaiseNothing();
+  }
+  const std::int32_t lngPriceTypeNumber = LongField(*rec, "PriceTypeNumber");
+  rec.Close();
+  return lngPriceTypeNumber;
+}
+
+std::string PricesOfItem(std::int32_t item) {
+  return "SELECT * FROM PriceRecord WHERE AccountItemNumber=" + Str(item);
+}
+
+std::string OfPriceType(std::int32_t price_type) {
+  return " AND PriceTypeNumber=" + Str(price_type);
+}
+
+std::string InRange(Date dtmFromDate, Date dtmToDate) {
+  return " AND PriceDate>=" + Services().SqlDateLiteral(dtmFromDate) +
+         " AND PriceDate<=" + Services().SqlDateLiteral(dtmToDate);
+}
+
+// The items that a history of several shows, and the days between their first and last prices.
+struct Listed {
+  std::int32_t lngPriceTypeNumber = 0;
+  std::vector<std::int32_t> items;
+  Date dtmFirst;
+  Date dtmLast;
+};
+
+// Adds an item that has prices in the range, and widens the days by them.
+void ListItem(Database& dbDov, std::int32_t item, Date dtmFromDate, Date dtmToDate,
+              Listed& listed) {
+  ScopedRecordset rec(dbDov, PricesOfItem(item) + OfPriceType(listed.lngPriceTypeNumber) +
+                                 InRange(dtmFromDate, dtmToDate) + " ORDER BY PriceDate");
+  if (!(rec->Bof() && rec->Eof())) {
+    listed.items.push_back(item);
+    rec->MoveFirst();
+    listed.dtmFirst = std::min(listed.dtmFirst, DateField(*rec, "PriceDate"));
+    rec->MoveLast();
+    listed.dtmLast = std::max(listed.dtmLast, DateField(*rec, "PriceDate"));
+  }
+  rec.Close();
+}
+
+using IsHeld = std::function<bool(std::int32_t item)>;
+
+// The days start crossed, so that any price replaces both.
+Listed ListItems(Database& dbDov, std::int32_t lngPriceTypeNumber, Date dtmFromDate, Date dtmToDate,
+                 const IsHeld& is_held) {
+  Listed listed{lngPriceTypeNumber, {}, dtmToDate, dtmFromDate};
+  ScopedRecordset recItem(dbDov, InvestmentItemsText());
+  if (recItem->Bof() && recItem->Eof()) {
+    RaiseNothing();
+  }
+  ForEachRow(*recItem, [&](Recordset& rec) {
+    const std::int32_t item = LongField(rec, "AccountItemNumber");
+    if (is_held(item)) {
+      ListItem(dbDov, item, dtmFromDate, dtmToDate, listed);
+    }
+  });
+  recItem.Close();
+  if (listed.items.empty()) {
+    RaiseNothing();
+  }
+  return listed;
+}
+
+// What a day shows of all items.
+struct DayColumn {
+  std::vector<double> prices;
+  std::vector<std::string> labels;  // the long ones: they tell a change
+  std::vector<std::string> names;
+
+  friend bool operator==(const DayColumn& a, const DayColumn& b) {
+    return a.prices == b.prices && a.labels == b.labels;
+  }
+};
+
+DayColumn ColumnOn(Database& dbDov, const Listed& listed, Date dtmDay, Recordset& recItem,
+                   Recordset& recType) {
+  DayColumn column;
+  for (const std::int32_t item : listed.items) {
+    recItem.Seek("=", item);
+    recType.Seek("=", recItem.Fields("AccountItemTypeNumber"));
+    const std::string name = TextField(recItem, "AccountItemName");
+    column.labels.push_back(TextField(recType, "AccountItemTypeName") + ":" + name);
+    column.names.push_back(name);
+    column.prices.push_back(PriceOnOrBefore(dbDov, item, dtmDay, listed.lngPriceTypeNumber));
+  }
+  return column;
+}
+
+// A row for the first day and for each later one that shows anything else than the day before.
+void WalkDays(Database& dbDov, const Listed& listed, PriceHistory& history,
+              ChartOrReport lngChartOrReportType) {
+  ScopedRecordset recItem(dbDov, "AccountItem");
+  ScopedRecordset recType(dbDov, "AccountItemType");
+  recItem->SetIndex(kPrimaryIndex);
+  recType->SetIndex(kPrimaryIndex);
+  std::vector<double> prices;
+  DayColumn previous;
+  history.strDates.Start();
+  const auto lngDays = static_cast<std::int64_t>(listed.dtmLast.days - listed.dtmFirst.days) + 1;
+  for (std::int64_t i = 0; i < lngDays; ++i) {
+    const Date dtmDay{listed.dtmFirst.days + static_cast<double>(i)};
+    DayColumn column = ColumnOn(dbDov, listed, dtmDay, *recItem, *recType);
+    if (column == previous) {
+      continue;
+    }
+    prices.insert(prices.end(), column.prices.begin(), column.prices.end());
+    history.strItems =
+        lngChartOrReportType == ChartOrReport::kReport ? column.labels : column.names;
+    history.strDates.Add(Services().DateDisplayText(dtmDay));
+    previous = std::move(column);
+  }
+  recItem.Close();
+  recType.Close();
+  history.strDates.Close();
+  AmountMatrix table(history.strDates.UpperBound(), listed.items.size());
+  for (std::size_t row = 1; row <= table.Series(); ++row) {
+    for (std::size_t item = 1; item <= table.Items(); ++item) {
+      table(row, item) = prices[(row - 1) * table.Items() + (item - 1)];
+    }
+  }
+  history.dblPrices = std::move(table);
+}
+
+// True where the account holds the item: where it does not, asking for the units fails.
+bool Holds(Database& dbDov, std::int32_t account, std::int32_t item) {
+  return ResumeNext([&] { static_cast<void>(Services().QuantityHeld(dbDov, account, item)); }) == 0;
+}
+
+void RequireFundAccount(Database& dbDov, std::int32_t lngAccountNumber) {
+  ScopedRecordset recAccount(dbDov, "Account");
+  recAccount->SetIndex(kPrimaryIndex);
+  recAccount->Seek("=", lngAccountNumber);
+  if (recAccount->NoMatch() ||
+      !Services().AccountTypeInfo(LongField(*recAccount, "AccountType")).Has(AccountAttrFund)) {
+    RaiseNothing();
+  }
+  recAccount.Close();
+}
+
+}  // namespace
+
+std::string InvestmentItemsText() {
+  return "SELECT T1.* FROM AccountItem AS T1,AccountItemType AS T2 WHERE "
+         "T1.AccountItemTypeNumber=T2.AccountItemTypeNumber AND T2.BasicAccountType=" +
+         Str(kInvestmentBasicType);
+}
+
+std::string InvestmentAccountsText() {
+  return "SELECT * FROM Account WHERE AccountType=" + Str(kInvestmentAccount);
+}
+
+double PriceOnOrBefore(Database& dbDov, std::int32_t lngAccountItemNumber, Date dtmDate,
+                       std::int32_t lngPriceTypeNumber) {
+  ScopedRecordset rec(dbDov, PricesOfItem(lngAccountItemNumber) +
+                                 " AND PriceDate<=" + Services().SqlDateLiteral(dtmDate) +
+                                 OfPriceType(lngPriceTypeNumber) + " ORDER BY PriceDate");
+  double price = 0;
+  if (!(rec->Bof() && rec->Eof())) {
+    rec->MoveLast();
+    price = DoubleField(*rec, "Price");
+  }
+  rec.Close();
+  return price;
+}
+
+void ItemPriceHistory(Database& dbDov, std::int32_t lngAccountItemNumber, Date dtmFromDate,
+                      Date dtmToDate, PriceHistory& history) {
+  const std::int32_t lngPriceTypeNumber = ChartedPriceType(dbDov);
+  ScopedRecordset rec(dbDov, PricesOfItem(lngAccountItemNumber) + InRange(dtmFromDate, dtmToDate) +
+                                 OfPriceType(lngPriceTypeNumber) + " ORDER BY PriceDate");
+  if (rec->Bof() && rec->Eof()) {
+    RaiseNothing();
+  }
+  std::vector<double> prices;
+  history.strDates.Start();
+  ForEachRow(*rec, [&](Recordset& row) {
+    prices.push_back(DoubleField(row, "Price"));
+    history.strDates.Add(Services().DateDisplayText(DateField(row, "PriceDate")));
+  });
+  rec.Close();
+  history.strDates.Close();
+  AmountMatrix table(prices.size(), 1);
+  for (std::size_t i = 0; i < prices.size(); ++i) {
+    table(i + 1, 1) = prices[i];
+  }
+  history.dblPrices = std::move(table);
+}
+
+void AccountPriceHistory(Database& dbDov, std::int32_t lngAccountNumber, Date dtmFromDate,
+                         Date dtmToDate, PriceHistory& history,
+                         ChartOrReport lngChartOrReportType) {
+  const std::int32_t lngPriceTypeNumber = ChartedPriceType(dbDov);
+  RequireFundAccount(dbDov, lngAccountNumber);
+  const Listed listed =
+      ListItems(dbDov, lngPriceTypeNumber, dtmFromDate, dtmToDate,
+                [&](std::int32_t item) { return Holds(dbDov, lngAccountNumber, item); });
+  WalkDays(dbDov, listed, history, lngChartOrReportType);
+}
+
+void AllInvestmentsPriceHistory(Database& dbDov, Date dtmFromDate, Date dtmToDate,
+                                PriceHistory& history, ChartOrReport lngChartOrReportType) {
+  const Listed listed =
+      ListItems(dbDov, ChartedPriceType(dbDov), dtmFromDate, dtmToDate,
+                [&](std::int32_t item) { return HeldInAllAccounts(dbDov, item).blnHeld; });
+  WalkDays(dbDov, listed, history, lngChartOrReportType);
+}
+
+}  // namespace vetlo

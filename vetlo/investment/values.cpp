@@ -1,0 +1,113 @@
+#include "vetlo/investment/values.h"
+
+#include "vetlo/investment/prices.h"
+#include "vetlo/platform/failure.h"
+#include "vetlo/platform/text.h"
+#include "vetlo/services/common_services.h"
+#include "vetlo/store/model.h"
+
+namespace vetlo {
+namespace {
+
+bool HasFlag(Recordset& recAccount, std::int32_t lngAttribute) {
+  return Services().AccountTypeInfo(LongField(recAccount, "AccountType")).Has(lngAttribute);
+}
+
+// The worth of one item in all accounts that hold such items.
+void AddItem(Database& dbDov, Recordset& recAccount, std::int32_t item, std::int32_t mask,
+             double dblPrice, Currency& curTotal) {
+  ForEachRow(recAccount, [&](Recordset& rec) {
+    if (!HasFlag(rec, mask)) {
+      return;
+    }
+    const std::int32_t account = LongField(rec, "AccountNumber");
+    // An account without the item fails here and adds nothing.
+    ResumeNext([&] { curTotal += CCur(Services().QuantityHeld(dbDov, account, item) * dblPrice); });
+  });
+}
+
+}  // namespace
+
+Holding HeldInAllAccounts(Database& dbDov, std::int32_t lngAccountItemNumber) {
+  Holding holding;
+  ForEachRowOf(dbDov, InvestmentAccountsText(), [&](Recordset& rec) {
+    const std::int32_t account = LongField(rec, "AccountNumber");
+    const std::int32_t lngError = ResumeNext([&] {
+      holding.dblQuantity += Services().QuantityHeld(dbDov, account, lngAccountItemNumber);
+    });
+    holding.blnHeld = holding.blnHeld || lngError == 0;
+  });
+  return holding;
+}
+
+LatestPrices::LatestPrices(Database& dbDov) : rec_(dbDov, "LatestPriceInfo") {
+  rec_->SetIndex(kPrimaryIndex);
+}
+
+double LatestPrices::Of(std::int32_t lngAccountItemNumber) {
+  ResumeNext([&] { dblPrice_ = Services().LatestPriceOfItem(*rec_, lngAccountItemNumber); });
+  return dblPrice_;
+}
+
+Currency TotalValueOfItemType(Database& dbDov, std::int32_t lngAccountItemTypeNumber) {
+  ScopedRecordset recType(dbDov, "AccountItemType");
+  recType->SetIndex(kPrimaryIndex);
+  recType->Seek("=", lngAccountItemTypeNumber);
+  if (recType->NoMatch()) {
+    return {};
+  }
+  const std::int32_t mask = LongField(*recType, "BasicAccountType");
+  ScopedRecordset recAccount(dbDov, "Account");
+  LatestPrices prices(dbDov);
+  if (!prices.AreThere()) {
+    return {};
+  }
+  Currency curTotal;
+  ForEachRowOf(
+      dbDov,
+      "SELECT * FROM AccountItem WHERE AccountItemTypeNumber=" + Str(lngAccountItemTypeNumber),
+      [&](Recordset& rec) {
+        const std::int32_t item = LongField(rec, "AccountItemNumber");
+        AddItem(dbDov, *recAccount, item, mask, prices.Of(item), curTotal);
+      });
+  return curTotal;
+}
+
+Currency TotalBalanceOfAttribute(Database& dbDov, std::int32_t lngAttribute) {
+  ScopedRecordset recAccount(dbDov, "Account");
+  recAccount->SetIndex(kPrimaryIndex);
+  Currency curTotal;
+  if (recAccount->RecordCount() > 0) {
+    ForEachRow(*recAccount, [&](Recordset& rec) {
+      if (HasFlag(rec, lngAttribute)) {
+        curTotal += CurrencyField(rec, "Balance");
+      }
+    });
+  }
+  recAccount.Close();
+  return curTotal;
+}
+
+Currency TotalAssociatedCash(Database& dbDov, std::int32_t lngAttribute) {
+  ScopedRecordset recAccount(dbDov, "Account");
+  recAccount->SetIndex(kPrimaryIndex);
+  Currency curTotal;
+  ForEachRowOf(dbDov,
+               "SELECT DISTINCT AssociatedAccountNumber,AccountNumber FROM "
+               "AssociatedAccountInfo",
+               [&](Recordset& rec) {
+                 recAccount->Seek("=", rec.Fields("AccountNumber"));
+                 if (HasFlag(*recAccount, lngAttribute)) {
+                   recAccount->Seek("=", rec.Fields("AssociatedAccountNumber"));
+                   curTotal += CurrencyField(*recAccount, "Balance");
+                 }
+               });
+  recAccount.Close();
+  return curTotal;
+}
+
+Currency TotalBalanceWithAssociatedCash(Database& dbDov, std::int32_t lngAttribute) {
+  return TotalBalanceOfAttribute(dbDov, lngAttribute) + TotalAssociatedCash(dbDov, lngAttribute);
+}
+
+}  // namespace vetlo

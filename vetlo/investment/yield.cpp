@@ -1,0 +1,262 @@
+#include "vetlo/investment/yield.h"
+
+#include <functional>
+
+#include "vetlo/investment/prices.h"
+#include "vetlo/investment/values.h"
+#include "vetlo/platform/failure.h"
+#include "vetlo/platform/text.h"
+#include "vetlo/services/common_services.h"
+
+namespace vetlo {
+namespace {
+
+constexpr auto kCost = YieldFamily::kCost;
+constexpr auto kReturn = YieldFamily::kReturn;
+
+// ---- the sums
+
+// The records that count and the types of a family, with the prefix that a join needs.
+std::string TypeClauses(YieldFamily family, const std::string& prefix) {
+  const std::string type = prefix + "TransactionType=";
+  std::string clauses = " AND (" + prefix + "TransactionRecordType=" + Str(kOrdinaryRecord) +
+                        " OR " + prefix + "TransactionRecordType=" + Str(kSplitLine) + ") AND (";
+  if (family == kCost) {
+    return clauses + type + Str(kBuy) + " OR " + type + Str(kHoldingCost) + ")";
+  }
+  return clauses + type + Str(kSell) + " OR " + type + Str(kDividend) + " OR " + type +
+         Str(kHoldingInterest) + " OR " + type + Str(kCapitalGain) + ")";
+}
+
+Currency SumOf(Database& dbDov, const std::string& strSql) {
+  Currency curTotal;
+  ForEachRowOf(dbDov, strSql, [&](Recordset& rec) { curTotal += CurrencyField(rec, "Total"); });
+  return curTotal;
+}
+
+// ---- a scope's amounts and texts
+
+struct Amounts {
+  Currency curValue;
+  Currency curReturn;
+  Currency curCost;
+
+  [[nodiscard]] Currency GainLoss() const { return curValue + curReturn - curCost; }
+  [[nodiscard]] bool HasCost() const { return curCost != Currency{}; }
+  [[nodiscard]] bool IsNothing() const {
+    return curValue == Currency{} && curReturn == Currency{} && curCost == Currency{};
+  }
+  [[nodiscard]] double Percent() const { return ToDouble(GainLoss()) / ToDouble(curCost) * 100; }
+
+  // Through Currency; 0 where nothing went in, or where the yield is past all bounds.
+  [[nodiscard]] Currency RoundedPercent() const {
+    Currency curYield;
+    if (HasCost()) {
+      ResumeNext([&] { curYield = CCur(Percent()); });
+    }
+    return curYield;
+  }
+};
+
+YieldRow RowOf(const std::string& name, const Amounts& amounts, const NumberLocale& locale) {
+  YieldRow row{name, Format(amounts.GainLoss(), kAmountPicture, locale), ""};
+  if (amounts.HasCost()) {
+    ResumeNext([&] { row.strYield = Format(amounts.Percent(), kAmountPicture, locale) + "%"; });
+  }
+  return row;
+}
+
+// The rows of one account or type: its head before its first row, its total behind its last.
+class Section {
+ public:
+  Section(Yields& yields, bool for_report, const NumberLocale& locale)
+      : yields_(yields), for_report_(for_report), locale_(locale) {}
+
+  void AddItem(const std::string& head, const std::string& name, const Amounts& amounts) {
+    AddHeadOnce(head);
+    yields_.report.Add(RowOf(name, amounts, locale_));
+  }
+
+  void Finish(const std::string& head, const std::string& chart_label, const Amounts& amounts) {
+    if (!for_report_) {
+      const Currency curYield = amounts.RoundedPercent();
+      if (curYield != Currency{}) {
+        yields_.chart.Add(curYield, chart_label);
+      }
+      return;
+    }
+    if (amounts.IsNothing()) {
+      return;
+    }
+    AddHeadOnce(head);
+    yields_.report.Add({});
+    yields_.report.Add(RowOf("Total " + head, amounts, locale_));
+    yields_.report.Add({});
+  }
+
+ private:
+  void AddHeadOnce(const std::string& head) {
+    if (!open_) {
+      yields_.report.Add({head, "", ""});
+      open_ = true;
+    }
+  }
+
+  Yields& yields_;
+  bool for_report_;
+  const NumberLocale& locale_;
+  bool open_ = false;
+};
+
+Amounts AmountsOfAll(Database& dbDov) {
+  Amounts all;
+  all.curValue = TotalBalanceOfAttribute(dbDov, AccountAttrFund);
+  all.curReturn = SumOfAllInvestments(dbDov, kReturn, AccountAttrFund);
+  all.curCost = SumOfAllInvestments(dbDov, kCost, AccountAttrFund);
+  return all;
+}
+
+void StartWith(Yields& yields, const Amounts& all) {
+  yields.curTotalGainLoss = all.GainLoss();
+  yields.curTotalYield = all.RoundedPercent();
+  yields.report.Start();
+  yields.chart.Start();
+}
+
+void Close(Yields& yields, bool for_report) {
+  if (for_report) {
+    yields.report.Close();
+  } else {
+    yields.chart.Close();
+  }
+}
+
+// A sum that fails leaves in its place what was there before.
+void Keep(Currency& curSum, const std::function<Currency()>& sum) {
+  ResumeNext([&] { curSum = sum(); });
+}
+
+// The items of one account. The amounts go from item to item: what fails keeps the one before.
+void ListItemsOfAccount(Database& dbDov, std::int32_t account, const std::string& account_name,
+                        LatestPrices& prices, Amounts& amounts, bool for_report, Section& section) {
+  ForEachRowOf(dbDov, InvestmentItemsText(), [&](Recordset& rec) {
+    const std::int32_t item = LongField(rec, "AccountItemNumber");
+    double dblQuantity = 0;
+    const std::int32_t lngError =
+        ResumeNext([&] { dblQuantity = Services().QuantityHeld(dbDov, account, item); });
+    const double dblPrice = prices.Of(item);
+    Keep(amounts.curReturn, [&] { return SumOfItemInAccount(dbDov, kReturn, account, item); });
+    Keep(amounts.curCost, [&] { return SumOfItemInAccount(dbDov, kCost, account, item); });
+    const bool untouched =
+        amounts.curReturn == Currency{} && lngError != 0 && amounts.curCost == Currency{};
+    if (untouched || !for_report) {
+      return;
+    }
+    amounts.curValue = CCur(dblQuantity * dblPrice);
+    section.AddItem(account_name, TextField(rec, "AccountItemName"), amounts);
+  });
+}
+
+void ListItemsOfType(Database& dbDov, std::int32_t type, const std::string& head,
+                     LatestPrices& prices, Amounts& amounts, Section& section) {
+  ForEachRowOf(
+      dbDov,
+      "SELECT * FROM AccountItem WHERE AccountItemTypeNumber=" + Str(type) +
+          " ORDER BY AccountItemName",
+      [&](Recordset& rec) {
+        const std::int32_t item = LongField(rec, "AccountItemNumber");
+        const Holding holding = HeldInAllAccounts(dbDov, item);
+        const double dblPrice = prices.Of(item);
+        Keep(amounts.curReturn, [&] { return SumOfItem(dbDov, kReturn, item); });
+        Keep(amounts.curCost, [&] { return SumOfItem(dbDov, kCost, item); });
+        if (amounts.curReturn == Currency{} && !holding.blnHeld && amounts.curCost == Currency{}) {
+          return;
+        }
+        amounts.curValue = CCur(holding.dblQuantity * dblPrice);
+        section.AddItem(head, TextField(rec, "AccountItemName"), amounts);
+      });
+}
+
+}  // namespace
+
+Currency SumOfItemInAccount(Database& dbDov, YieldFamily family, std::int32_t lngAccountNumber,
+                            std::int32_t lngAccountItemNumber) {
+  return SumOf(dbDov,
+               "SELECT * FROM TransactionRecord WHERE AccountNumber=" + Str(lngAccountNumber) +
+                   " AND AccountItemNumber=" + Str(lngAccountItemNumber) + TypeClauses(family, ""));
+}
+
+Currency SumOfItem(Database& dbDov, YieldFamily family, std::int32_t lngAccountItemNumber) {
+  return SumOf(dbDov, "SELECT * FROM TransactionRecord WHERE AccountItemNumber=" +
+                          Str(lngAccountItemNumber) + TypeClauses(family, ""));
+}
+
+Currency SumOfAccount(Database& dbDov, YieldFamily family, std::int32_t lngAccountNumber) {
+  return SumOf(dbDov, "SELECT * FROM TransactionRecord WHERE AccountNumber=" +
+                          Str(lngAccountNumber) + TypeClauses(family, ""));
+}
+
+Currency SumOfItemType(Database& dbDov, YieldFamily family, std::int32_t lngAccountItemTypeNumber) {
+  return SumOf(dbDov,
+               "SELECT T1.* FROM TransactionRecord AS T1,AccountItem AS T2 WHERE "
+               "T1.AccountItemNumber=T2.AccountItemNumber AND T2.AccountItemTypeNumber=" +
+                   Str(lngAccountItemTypeNumber) + TypeClauses(family, "T1."));
+}
+
+Currency SumOfAllInvestments(Database& dbDov, YieldFamily family, std::int32_t lngAttribute) {
+  // There is no text for any other attribute, and nothing cannot be opened.
+  return SumOf(dbDov, lngAttribute != AccountAttrFund
+                          ? ""
+                          : "SELECT T1.* FROM TransactionRecord AS T1,Account AS T2 WHERE "
+                            "T1.AccountNumber=T2.AccountNumber AND (T2.AccountType=" +
+                                Str(kInvestmentAccount) + ")" + TypeClauses(family, "T1."));
+}
+
+void YieldByAccount(Database& dbDov, Yields& yields, ChartOrReport lngChartOrReportType,
+                    const NumberLocale& locale) {
+  const bool for_report = lngChartOrReportType == ChartOrReport::kReport;
+  ScopedRecordset recAccount(dbDov, "Account");
+  LatestPrices prices(dbDov);
+  recAccount->SetIndex(kPrimaryIndex);
+  Amounts amounts = AmountsOfAll(dbDov);
+  StartWith(yields, amounts);
+  ForEachRowOf(dbDov, InvestmentAccountsText(), [&](Recordset& rec) {
+    const std::int32_t account = LongField(rec, "AccountNumber");
+    const std::string name = TextField(rec, "AccountName");
+    Section section(yields, for_report, locale);
+    ListItemsOfAccount(dbDov, account, name, prices, amounts, for_report, section);
+    recAccount->Seek("=", account);
+    amounts.curValue = CurrencyField(*recAccount, "Balance");
+    amounts.curReturn = SumOfAccount(dbDov, kReturn, account);
+    amounts.curCost = SumOfAccount(dbDov, kCost, account);
+    section.Finish(name, name + " Yield", amounts);
+  });
+  Close(yields, for_report);
+}
+
+void YieldByType(Database& dbDov, Yields& yields, ChartOrReport lngChartOrReportType,
+                 const NumberLocale& locale) {
+  const bool for_report = lngChartOrReportType == ChartOrReport::kReport;
+  LatestPrices prices(dbDov);
+  StartWith(yields, AmountsOfAll(dbDov));
+  Amounts item_amounts;
+  ForEachRowOf(
+      dbDov,
+      "SELECT * FROM AccountItemType WHERE BasicAccountType= 2 ORDER BY AccountItemTypeNumber",
+      [&](Recordset& rec) {
+        const std::int32_t type = LongField(rec, "AccountItemTypeNumber");
+        const std::string head = TextField(rec, "AccountItemTypeName") + " Investment";
+        Amounts amounts;
+        amounts.curValue = TotalValueOfItemType(dbDov, type);
+        amounts.curReturn = SumOfItemType(dbDov, kReturn, type);
+        amounts.curCost = SumOfItemType(dbDov, kCost, type);
+        Section section(yields, for_report, locale);
+        if (for_report) {
+          ListItemsOfType(dbDov, type, head, prices, item_amounts, section);
+        }
+        section.Finish(head, head + " Yield", amounts);
+      });
+  Close(yields, for_report);
+}
+
+}  // namespace vetlo

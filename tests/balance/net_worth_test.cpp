@@ -5,9 +5,9 @@
 
 #include <ostream>
 
-#include "tests/balance/shown_rows.h"
-#include "tests/platform/raises.h"
 #include "tests/support/failing_database.h"
+#include "tests/support/raises.h"
+#include "tests/support/shown_rows.h"
 #include "tests/support/small_store.h"
 #include "vetlo/store/forwarding.h"
 

@@ -3,9 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/balance/shown_rows.h"
-#include "tests/platform/raises.h"
 #include "tests/support/failing_database.h"
+#include "tests/support/raises.h"
+#include "tests/support/shown_rows.h"
 #include "tests/support/small_store.h"
 #include "vetlo/services/common_services.h"
 #include "vetlo/store/forwarding.h"

@@ -5,8 +5,8 @@
 
 #include "tests/budget/budget_store.h"
 #include "tests/cashflow/cash_household.h"
-#include "tests/platform/raises.h"
 #include "tests/support/drawing.h"
+#include "tests/support/raises.h"
 
 namespace vetlo {
 namespace {

@@ -3,10 +3,10 @@
 
 #include "tests/budget/budget_store.h"
 #include "tests/cashflow/cash_household.h"
-#include "tests/frame/failing_objects.h"
-#include "tests/frame/trace_lines.h"
-#include "tests/platform/raises.h"
 #include "tests/support/failing_database.h"
+#include "tests/support/failing_objects.h"
+#include "tests/support/raises.h"
+#include "tests/support/trace_lines.h"
 
 // The reports of budgets as their document receives them.
 

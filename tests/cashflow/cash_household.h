@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "tests/balance/shown_rows.h"
+#include "tests/support/shown_rows.h"
 #include "tests/support/small_store.h"
 #include "vetlo/cashflow/flow.h"
 #include "vetlo/platform/failure.h"

@@ -2,10 +2,10 @@
 #include <gtest/gtest.h>
 
 #include "tests/cashflow/cash_household.h"
-#include "tests/frame/failing_objects.h"
-#include "tests/frame/trace_lines.h"
-#include "tests/platform/raises.h"
 #include "tests/support/failing_database.h"
+#include "tests/support/failing_objects.h"
+#include "tests/support/raises.h"
+#include "tests/support/trace_lines.h"
 
 // The reports and charts of income and expenses as their objects receive them.
 

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/cashflow/cash_household.h"
-#include "tests/platform/raises.h"
+#include "tests/support/raises.h"
 
 namespace vetlo {
 namespace {

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "tests/cashflow/cash_household.h"
-#include "tests/platform/raises.h"
+#include "tests/support/raises.h"
 #include "vetlo/cashflow/category_reports.h"
 
 // Which rows a section has, and where a heading and a blank line stand among them, for the three

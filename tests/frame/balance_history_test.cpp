@@ -3,7 +3,7 @@
 
 #include <ostream>
 
-#include "tests/frame/trace_lines.h"
+#include "tests/support/trace_lines.h"
 
 namespace vetlo {
 namespace {

@@ -5,8 +5,8 @@
 
 #include <set>
 
-#include "tests/frame/trace_lines.h"
 #include "tests/support/failing_database.h"
+#include "tests/support/trace_lines.h"
 
 namespace vetlo {
 namespace {

@@ -5,7 +5,7 @@
 #include <limits>
 #include <ostream>
 
-#include "tests/platform/raises.h"
+#include "tests/support/raises.h"
 #include "tests/support/small_store.h"
 #include "vetlo/services/common_services.h"
 

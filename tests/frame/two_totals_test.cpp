@@ -3,9 +3,9 @@
 
 #include <ostream>
 
-#include "tests/frame/failing_objects.h"
-#include "tests/frame/trace_lines.h"
 #include "tests/support/failing_database.h"
+#include "tests/support/failing_objects.h"
+#include "tests/support/trace_lines.h"
 
 namespace vetlo {
 namespace {

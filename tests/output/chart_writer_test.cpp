@@ -8,7 +8,7 @@
 #include "quillmarsh/cli/event_text.h"
 #include "quillmarsh/terminal/terminal_platform.h"
 #include "tests/output/measured_platform.h"
-#include "tests/platform/raises.h"
+#include "tests/support/raises.h"
 #include "vetlo/output/recording.h"
 
 namespace vetlo {

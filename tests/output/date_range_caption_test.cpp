@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/platform/raises.h"
+#include "tests/support/raises.h"
 #include "vetlo/services/common_services.h"
 
 namespace vetlo {

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/platform/raises.h"
+#include "tests/support/raises.h"
 
 namespace vetlo {
 namespace {

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <limits>
 
-#include "tests/platform/raises.h"
+#include "tests/support/raises.h"
 
 namespace vetlo {
 namespace {

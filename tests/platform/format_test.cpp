@@ -6,7 +6,7 @@
 #include <limits>
 #include <string>
 
-#include "tests/platform/raises.h"
+#include "tests/support/raises.h"
 
 namespace vetlo {
 namespace {

@@ -7,8 +7,8 @@
 
 #include "quillmarsh/sample/markets.h"
 #include "quillmarsh/sample/people_and_places.h"
-#include "tests/platform/raises.h"
 #include "tests/sample/sample_stores.h"
+#include "tests/support/raises.h"
 
 namespace quillmarsh {
 namespace {

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "tests/platform/raises.h"
 #include "tests/support/failing_database.h"
+#include "tests/support/raises.h"
 #include "tests/support/small_store.h"
 #include "vetlo/services/common_services.h"
 

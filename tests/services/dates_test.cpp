@@ -4,7 +4,7 @@
 #include <ostream>
 #include <string>
 
-#include "tests/platform/raises.h"
+#include "tests/support/raises.h"
 #include "vetlo/services/common_services.h"
 
 namespace vetlo {

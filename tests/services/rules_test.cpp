@@ -6,7 +6,7 @@
 #include <string>
 
 #include "quillmarsh/terminal/terminal_platform.h"
-#include "tests/platform/raises.h"
+#include "tests/support/raises.h"
 #include "vetlo/services/common_services.h"
 #include "vetlo/store/model.h"
 

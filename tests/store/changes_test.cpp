@@ -3,7 +3,7 @@
 #include <ostream>
 #include <string>
 
-#include "tests/platform/raises.h"
+#include "tests/support/raises.h"
 #include "tests/support/small_store.h"
 
 namespace vetlo {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "tests/platform/raises.h"
+#include "tests/support/raises.h"
 #include "tests/support/small_store.h"
 
 namespace vetlo {

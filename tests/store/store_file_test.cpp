@@ -14,7 +14,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "tests/platform/raises.h"
+#include "tests/support/raises.h"
 #include "tests/support/small_store.h"
 
 namespace vetlo {

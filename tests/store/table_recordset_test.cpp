@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "tests/platform/raises.h"
+#include "tests/support/raises.h"
 #include "tests/support/small_store.h"
 
 namespace vetlo {

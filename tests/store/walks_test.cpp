@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "tests/platform/raises.h"
 #include "tests/support/failing_database.h"
+#include "tests/support/raises.h"
 #include "tests/support/small_store.h"
 
 namespace vetlo {

@@ -6,27 +6,22 @@
 
 #include "vetlo/budget/budget_amounts.h"
 #include "vetlo/cashflow/category_totals.h"
-#include "vetlo/platform/text.h"
+#include "vetlo/cashflow/category_walk.h"
 
 namespace vetlo {
 namespace {
-
-constexpr std::string_view kIndent = "    ";
-constexpr std::string_view kUnassignedLabel = "Unassigned Subcategory";
 
 // The categories of one type, and the words of their part of a report.
 struct Group {
   Flow flow;
   std::int32_t category_type;
-  std::string_view heading;
   std::string_view actual_total_label;
   std::string_view budget_total_label;
 };
 
 constexpr Group kGroups[] = {
-    {Flow::kOutgoing, kExpenseCategory, "Expense Category", "Total Expenses",
-     "Total Expense Budget"},
-    {Flow::kIncoming, kIncomeCategory, "Income Category", "Total Income", "Total Income Budget"}};
+    {Flow::kOutgoing, kExpenseCategory, "Total Expenses", "Total Expense Budget"},
+    {Flow::kIncoming, kIncomeCategory, "Total Income", "Total Income Budget"}};
 
 // What of a category a row is about.
 enum class Part { kWholeCategory, kSubCategory, kUnassigned };
@@ -43,38 +38,22 @@ BudgetRow Labelled(std::string_view label, std::size_t columns) {
   return row;
 }
 
-// Lists the subcategories of a category and what is on none of them, where it has any.
-void ListParts(Database& dbDov, std::int32_t category,
-               const std::function<void(const RowSubject&)>& list) {
-  ScopedRecordset rec(dbDov, "SELECT * FROM SubCategory WHERE CategoryNumber=" + Str(category) +
-                                 " ORDER BY SubCategoryName");
-  if (!(rec->Bof() && rec->Eof())) {
-    ForEachRow(*rec, [&](Recordset& row) {
-      list({Part::kSubCategory, LongField(row, "SubCategoryNumber"),
-            std::string(kIndent) + TextField(row, "SubCategoryName")});
-    });
-    list({Part::kUnassigned, category, std::string(kIndent) + std::string(kUnassignedLabel)});
-  }
-  rec.Close();
-}
-
 // Lists the rows of one group by name, a heading before the first category and a blank line behind
 // the last.
 void ListGroup(Database& dbDov, const Group& group, BudgetRows& rows, std::size_t columns,
                const std::function<void(const RowSubject&)>& list) {
   bool heading = false;
-  ForEachRowOf(dbDov,
-               "SELECT * FROM Category WHERE CategoryType=" + Str(group.category_type) +
-                   " ORDER BY CategoryName",
-               [&](Recordset& rec) {
-                 if (!heading) {
-                   rows.Add(Labelled(group.heading, columns));
-                   heading = true;
-                 }
-                 const std::int32_t category = LongField(rec, "CategoryNumber");
-                 list({Part::kWholeCategory, category, TextField(rec, "CategoryName")});
-                 ListParts(dbDov, category, list);
-               });
+  ForEachCategory(dbDov, group.category_type, [&](Recordset& rec) {
+    if (!heading) {
+      rows.Add(Labelled(HeadingOfCategories(group.category_type), columns));
+      heading = true;
+    }
+    const std::int32_t category = LongField(rec, "CategoryNumber");
+    list({Part::kWholeCategory, category, TextField(rec, "CategoryName")});
+    ForEachPart(dbDov, category, [&](const CategoryPart& part) {
+      list({part.unassigned ? Part::kUnassigned : Part::kSubCategory, part.number, part.label});
+    });
+  });
   rows.Add(Labelled("", columns));
 }
 

@@ -1,6 +1,7 @@
 #include "vetlo/cashflow/category_reports.h"
 
 #include "vetlo/cashflow/category_section.h"
+#include "vetlo/cashflow/category_walk.h"
 #include "vetlo/cashflow/investment_flows.h"
 #include "vetlo/cashflow/period_totals.h"
 #include "vetlo/platform/text.h"
@@ -8,10 +9,6 @@
 
 namespace vetlo {
 namespace {
-
-std::string_view CategoryHeading(std::int32_t category_type) {
-  return category_type == kIncomeCategory ? "Income Category" : "Expense Category";
-}
 
 Currency TotalOf(const CategoryRequest& request, Flow flow) {
   return TotalOfFlow(request.dbDov, flow, request.dtmFromDate, request.dtmToDate);
@@ -32,18 +29,19 @@ Currency OneFlowByCategory(const CategoryRequest& request, const FlowWords& word
   for (const std::int32_t type : {words.own_category_type, words.other_category_type}) {
     section.heading = false;
     section.ListCategories(words.flow, type, [&] {
-      CategorySection::Once(section.heading, [&] { section.AddHeading(CategoryHeading(type)); });
+      CategorySection::Once(section.heading,
+                            [&] { section.AddHeading(HeadingOfCategories(type)); });
     });
   }
-  section.ListUnassigned(words, [&] {
-    section.AddSpacer();
-    section.spacer = true;
-  });
+  const auto space_once = [&] {
+    CategorySection::Once(section.spacer, [&] { section.AddSpacer(); });
+  };
+  section.ListUnassigned(words, space_once);
   if (section.IsComplete()) {
     request.rows.Close();
     return section.Total();
   }
-  CategorySection::Once(section.spacer, [&] { section.AddSpacer(); });
+  space_once();
   request.rows.WriteSpare(section.Total() - section.Sum(), std::string(words.rest_label));
   return section.Total();
 }
@@ -65,10 +63,7 @@ Currency AddDirection(const CategoryRequest& request, const FlowWords& words) {
   section.spacer = false;
   section.ListCategories(words.flow, words.other_category_type, space_once);
   section.spacer = false;
-  section.ListUnassigned(words, [&] {
-    section.AddSpacer();
-    section.spacer = true;
-  });
+  section.ListUnassigned(words, space_once);
   section.ListRest(words.rest_label, space_once);
   if (section.Total() != Currency{}) {
     section.AddTotal(words.total_label);

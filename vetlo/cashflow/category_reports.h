@@ -14,8 +14,8 @@ namespace vetlo {
 //
 //   ExpensesByCategory for a report      for a chart
 //     -1.00  Expense Category              60.00  Food
-//     60.00  Food                          40.00  All Other Expenses
-//     45.00      Bakery
+//     60.00  Food                          37.00  Expenses - Unassigned
+//     45.00      Bakery                     3.00  All Other Expenses
 //     15.00      Unassigned Subcategory
 //      3.00  Toys
 //     -1.00

@@ -82,8 +82,7 @@ class CategorySection {
   static void Once(bool& mark, const std::function<void()>& piece);
 
  private:
-  void ListSubCategories(Flow flow, std::int32_t category);
-  void AddPart(Currency amount, const std::string& label);
+  void ListParts(Flow flow, std::int32_t category);
 
   const CategoryRequest& request_;
   Stored stored_;

@@ -65,8 +65,8 @@ struct DaysCounted {
 
 using CategoryTotal = DatedTotal (*)(Database&, Flow, Date, Date, std::int32_t, bool);
 
-Currency Answer(CategoryTotal operation, Database& dbDov, const FlowOfAPeriod& period,
-                CategorySubject subject, DaysCounted days) {
+Currency AskForTotal(CategoryTotal operation, Database& dbDov, const FlowOfAPeriod& period,
+                     CategorySubject subject, DaysCounted days) {
   const auto put = [](Date* where, Date date) {
     if (where != nullptr) {
       *where = date;
@@ -186,29 +186,29 @@ Currency clsTamo::TotalExpenses(Database& dbDov, Date dtmFromDate, Date dtmToDat
 Currency clsTamo::TotalIncomeOfCategory(Database& dbDov, Date dtmFromDate, Date dtmToDate,
                                         std::int32_t lngCategoryNumber, bool blnCalcAllUnassigned,
                                         Date* dtmFirstDate, Date* dtmLastDate) {
-  return Answer(TotalOfCategory, dbDov, {Flow::kIncoming, dtmFromDate, dtmToDate},
-                {lngCategoryNumber, blnCalcAllUnassigned}, {dtmFirstDate, dtmLastDate});
+  return AskForTotal(TotalOfCategory, dbDov, {Flow::kIncoming, dtmFromDate, dtmToDate},
+                     {lngCategoryNumber, blnCalcAllUnassigned}, {dtmFirstDate, dtmLastDate});
 }
 
 Currency clsTamo::TotalExpensesOfCategory(Database& dbDov, Date dtmFromDate, Date dtmToDate,
                                           std::int32_t lngCategoryNumber, bool blnCalcAllUnassigned,
                                           Date* dtmFirstDate, Date* dtmLastDate) {
-  return Answer(TotalOfCategory, dbDov, {Flow::kOutgoing, dtmFromDate, dtmToDate},
-                {lngCategoryNumber, blnCalcAllUnassigned}, {dtmFirstDate, dtmLastDate});
+  return AskForTotal(TotalOfCategory, dbDov, {Flow::kOutgoing, dtmFromDate, dtmToDate},
+                     {lngCategoryNumber, blnCalcAllUnassigned}, {dtmFirstDate, dtmLastDate});
 }
 
 Currency clsTamo::TotalIncomeOfSubCategory(Database& dbDov, Date dtmFromDate, Date dtmToDate,
                                            std::int32_t lngNumber, bool blnCalcAllUnassigned,
                                            Date* dtmFirstDate, Date* dtmLastDate) {
-  return Answer(TotalOfSubCategory, dbDov, {Flow::kIncoming, dtmFromDate, dtmToDate},
-                {lngNumber, blnCalcAllUnassigned}, {dtmFirstDate, dtmLastDate});
+  return AskForTotal(TotalOfSubCategory, dbDov, {Flow::kIncoming, dtmFromDate, dtmToDate},
+                     {lngNumber, blnCalcAllUnassigned}, {dtmFirstDate, dtmLastDate});
 }
 
 Currency clsTamo::TotalExpensesOfSubCategory(Database& dbDov, Date dtmFromDate, Date dtmToDate,
                                              std::int32_t lngNumber, bool blnCalcAllUnassigned,
                                              Date* dtmFirstDate, Date* dtmLastDate) {
-  return Answer(TotalOfSubCategory, dbDov, {Flow::kOutgoing, dtmFromDate, dtmToDate},
-                {lngNumber, blnCalcAllUnassigned}, {dtmFirstDate, dtmLastDate});
+  return AskForTotal(TotalOfSubCategory, dbDov, {Flow::kOutgoing, dtmFromDate, dtmToDate},
+                     {lngNumber, blnCalcAllUnassigned}, {dtmFirstDate, dtmLastDate});
 }
 
 Currency clsTamo::TotalBudgetOfDateRange(std::span<const Currency> cur, Date dtmFromDate,

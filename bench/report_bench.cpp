@@ -108,7 +108,7 @@ Job FigureJob(const std::string& name, Figure figure) {
 std::vector<Job> Jobs() {
   std::vector<Job> jobs;
   for (const std::int32_t number :
-       {5, 6, 18, 20, 21, 25, 1, 22, 4, 3, 19, 58, 59, 13, 14, 15, 16, 24}) {
+       {5, 6, 18, 20, 21, 25, 1, 22, 4, 3, 19, 58, 59, 13, 14, 15, 16, 24, 2, 8, 12, 28}) {
     jobs.push_back(ReportJob(number, vetlo::DateRange::kAllDates, "all dates"));
     jobs.push_back(ReportJob(number, vetlo::DateRange::kPreviousMonth, "last month"));
   }

@@ -17,11 +17,6 @@
 namespace vetlo::testing {
 namespace {
 
-// The report numbers whose figures are finished.
-constexpr int kFinished[] = {1,  3,  4,  5,  6,  13, 14, 15, 16, 17, 18, 19, 20, 21, 22, 23,
-                             24, 25, 26, 27, 31, 32, 33, 34, 35, 36, 37, 38, 39, 40, 41, 42,
-                             43, 44, 45, 46, 47, 48, 49, 50, 51, 52, 53, 55, 56, 57, 58, 59};
-
 struct GoldenCall {
   std::string words;
   std::string expected;
@@ -99,7 +94,7 @@ TEST_P(Golden, PrintsWhatTheFileSays) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Reports, Golden, ::testing::ValuesIn(kFinished), [](const auto& number) {
+INSTANTIATE_TEST_SUITE_P(Reports, Golden, ::testing::Range(1, 60), [](const auto& number) {
   return "Number" + std::to_string(number.param);
 });
 

@@ -3,11 +3,14 @@
 #include <algorithm>
 #include <vector>
 
+#include "vetlo/balance/debts.h"
 #include "vetlo/balance/net_worth.h"
 #include "vetlo/cashflow/category_reports.h"
 #include "vetlo/frame/balance_history.h"
 #include "vetlo/frame/budget_reports.h"
+#include "vetlo/frame/history_reports.h"
 #include "vetlo/frame/investment_reports.h"
+#include "vetlo/frame/list_reports.h"
 #include "vetlo/frame/two_totals.h"
 #include "vetlo/investment/positions.h"
 
@@ -88,19 +91,6 @@ void ChartSeries(ReportCall& call, const Family& family) {
   writer.SetFootnote(call.Caption());
 }
 
-// ---- families whose figures are still to come stand under their title
-
-void ReportTitleAlone(ReportCall& call) {
-  ReportPage page = call.Page();
-  page.LayOut({});
-  page.WriteHeading(call.row.strTitle, call.Caption());
-}
-
-void ChartTitleAlone(ReportCall& call) {
-  call.objChart->SetTitleText(call.row.strTitle);
-  call.objChart->SetFootnoteText(call.Caption());
-}
-
 // ---- what computes the families of one series
 
 using OnOneDate = Currency (*)(Database&, Date, AmountRows&, ChartOrReport);
@@ -147,7 +137,19 @@ const std::vector<Family>& Catalogue() {
       OfItsOwn({19, 32, 33, 34, 40, 41, 42}, ReportIncomeAndExpenses, ChartIncomeAndExpenses),
       OfItsOwn({58}, ShowAnnualBudgetReport, nullptr),
       OfItsOwn({59}, ShowBudgetAgainstActualReport, nullptr),
-      OfItsOwn({7, 9, 10, 54}, ReportTitleAlone, nullptr),
+      OfItsOwn({7}, ReportAccountList, nullptr),
+      OfItsOwn({9, 10, 54}, ReportPaymentCalendar, nullptr),
+      OfSeries({2}, Between<NetByPayee>,
+               {"Payee", "From Payee Less Pay to Payee",
+                "Total Receiving Amount Less Total Payment Amount", RowRule::kLabelledRows},
+               kAlone),
+      OfSeries({8}, On<DebtorsByPayee>, {"Debtor", "Total", "Total", RowRule::kLabelledRows},
+               kWithTotal),
+      OfSeries({11}, On<OverdraftsByCreditCard>,
+               {"Credit Card", "Overdraft", "Total", RowRule::kAllRows}, kWithTotal),
+      OfSeries({12}, On<CreditorsByPayee>, {"Creditor", "Total", "Total", RowRule::kLabelledRows},
+               kWithTotal),
+      OfItsOwn({28, 29, 30}, ReportHistory, ChartHistory),
       WithAReportOfItsOwn(OfSeries({13}, ChartedInvestmentsByAccount, {}, kAlone),
                           ReportInvestmentsByAccount),
       WithAReportOfItsOwn(OfSeries({14}, ChartedInvestmentsByType, {}, kAlone),
@@ -159,7 +161,6 @@ const std::vector<Family>& Catalogue() {
                {"Investment Type", "Value", "Total", RowRule::kNonNegativeRows}, kWithTotal),
       OfItsOwn({26}, ReportAccountPrices, ChartAccountPrices),
       OfItsOwn({27}, ReportItemPrices, ChartItemPrices),
-      OfItsOwn({2, 8, 11, 12, 28, 29, 30}, ReportTitleAlone, ChartTitleAlone),
   };
   return families;
 }

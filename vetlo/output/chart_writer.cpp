@@ -120,14 +120,14 @@ void ChartWriter::LabelColumn(std::int32_t column, std::string_view label) {
       Services().FitLabelToWidth(label, form_.picLegendFont(), chart_.Width() / 2));
 }
 
-void WriteSeries(ChartWriter& writer, const AmountRows& rows, ChartUnit unit,
+void WriteSeries(ChartWriter& writer, const AmountMatrix& amounts,
+                 const std::vector<std::string>& labels, ChartUnit unit,
                  const NumberLocale& locale) {
-  const AmountMatrix amounts = rows.Amounts();
   const ScaledChart chart = ScaleChartData(amounts, unit, locale);
   writer.SetData(chart.ScaledMatrix);
   std::vector<ChartItem> items;
-  for (std::size_t i = 1; i <= rows.Labels().UpperBound(); ++i) {
-    items.push_back({rows.Labels()(i), amounts(1, i)});
+  for (std::size_t i = 0; i < labels.size(); ++i) {
+    items.push_back({labels[i], amounts(1, i + 1)});
   }
   writer.LabelItems(items, unit, ":");
   writer.SetAxisTitle(chart.strUnitLabel);

@@ -67,7 +67,12 @@ class ChartWriter {
 };
 
 // Data, labels and unit of a chart of one series.
-void WriteSeries(ChartWriter& writer, const AmountRows& rows, ChartUnit unit,
+void WriteSeries(ChartWriter& writer, const AmountMatrix& amounts,
+                 const std::vector<std::string>& labels, ChartUnit unit,
                  const NumberLocale& locale);
+inline void WriteSeries(ChartWriter& writer, const AmountRows& rows, ChartUnit unit,
+                        const NumberLocale& locale) {
+  WriteSeries(writer, rows.Amounts(), rows.Labels().elements(), unit, locale);
+}
 
 }  // namespace vetlo

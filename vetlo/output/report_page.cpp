@@ -99,7 +99,7 @@ float SetUpReport(ReportObject& report, Platform& platform) {
   return sngPageWidth + kMarginAllowance;
 }
 
-void ReportPage::LayOut(const std::vector<ReportColumn>& columns) {
+void ReportPage::LayOut(const std::vector<ReportColumn>& columns, FirstStop first_stop) {
   columns_ = columns;
   sngColumnWidths_.clear();
   float sngTableWidth = 0;
@@ -118,12 +118,17 @@ void ReportPage::LayOut(const std::vector<ReportColumn>& columns) {
   if (report_.RightMargin() < sngMinRightMargin_) {
     report_.SetRightMargin(sngMinRightMargin_);
   }
-  report_.SetSelTabCount(static_cast<std::int32_t>(columns_.size()));
-  for (std::size_t i = 0; i < columns_.size(); ++i) {
-    const auto stop = static_cast<std::int32_t>(i);
+  SetStops(first_stop);
+}
+
+void ReportPage::SetStops(FirstStop first_stop) {
+  const std::size_t left_out = first_stop == FirstStop::kOnIndent ? 0 : 1;
+  report_.SetSelTabCount(static_cast<std::int32_t>(std::max(columns_.size(), left_out) - left_out));
+  for (std::size_t column = left_out; column < columns_.size(); ++column) {
+    const auto stop = static_cast<std::int32_t>(column - left_out);
+    const float before = stop == 0 ? report_.SelIndent() : report_.SelTabs(stop - 1);
     report_.SetSelTabs(stop,
-                       i == 0 ? report_.SelIndent()
-                              : report_.SelTabs(stop - 1) + sngColumnWidths_[i - 1] + sngColumnGap);
+                       column == 0 ? before : before + sngColumnWidths_[column - 1] + sngColumnGap);
   }
 }
 

@@ -41,6 +41,8 @@ struct ReportColumn {
   std::string extra;                   // a text outside the rows that must fit too, or empty
 };
 
+enum class FirstStop { kOnIndent, kOnSecondColumn };
+
 // One report document while it is being written: the steps in which all reports are made.
 class ReportPage {
  public:
@@ -48,8 +50,10 @@ class ReportPage {
   ReportPage(ReportObject& report, const frmTamo& form, float sngMinRightMargin)
       : report_(report), form_(form), sngMinRightMargin_(sngMinRightMargin) {}
 
-  // Measures the columns and sets the document's margin and tab stops for them.
-  void LayOut(const std::vector<ReportColumn>& columns);
+  // Measures the columns and sets the document's margin and tab stops for them: the first stop on
+  // the indent, where column 1 begins, or on the left edge of column 2.
+  void LayOut(const std::vector<ReportColumn>& columns,
+              FirstStop first_stop = FirstStop::kOnIndent);
 
   // The title and the caption, centred, and below them the left side again.
   void WriteHeading(std::string_view strTitle, std::string_view strDateCaption);
@@ -77,6 +81,7 @@ class ReportPage {
 
  private:
   void SetFontOf(const PictureBox& box);
+  void SetStops(FirstStop first_stop);
   [[nodiscard]] std::string CellText(std::size_t column, const std::string& text) const;
 
   ReportObject& report_;

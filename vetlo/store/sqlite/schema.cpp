@@ -42,6 +42,10 @@ constexpr std::array kIndexes = {
           "TransactionRecordType, AccountNumber, ToOrFundAccountNumber, Total) "
           "WHERE SubCategoryNumber IS NOT NULL"},
     Index{"SubCategoriesOfCategory", "SubCategory (CategoryNumber)"},
+    // What went between the household and a payee.
+    Index{"TransactionsOfPayee",
+          "TransactionRecord (PayeeNumber, TransactionRecordType, TransactionDate, "
+          "TransactionType, AccountNumber, ToOrFundAccountNumber, Total)"},
     // What an investment cost and brought.
     Index{"TransactionsOfItem",
           "TransactionRecord (AccountItemNumber, TransactionType, TransactionRecordType, "

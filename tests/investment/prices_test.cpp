@@ -1,0 +1,425 @@
+#include "vetlo/investment/prices.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/investment/securities.h"
+#include "tests/support/raises.h"
+#include "tests/support/shown_rows.h"
+
+namespace vetlo {
+namespace {
+
+using namespace vetlo::testing;  // NOLINT: the tests speak in its words throughout
+using ::testing::Contains;
+using ::testing::ElementsAre;
+using ::testing::ElementsAreArray;
+
+const Date kFrom = Day(2026, 3, 1);
+const Date kTo = Day(2026, 3, 31);
+constexpr auto kReport = ChartOrReport::kReport;
+constexpr auto kChart = ChartOrReport::kChart;
+constexpr auto kNothingToShow = FailureNumber::kNothingToShow;
+
+// A day of March and what each item costs on it.
+struct Shown {
+  std::string date;
+  std::vector<double> prices;
+
+  friend bool operator==(const Shown&, const Shown&) = default;
+};
+
+void PrintTo(const Shown& shown, std::ostream* out) {
+  *out << shown.date << ": " << ::testing::PrintToString(shown.prices);
+}
+
+std::vector<Shown> RowsOf(const PriceHistory& history) {
+  std::vector<Shown> rows;
+  for (std::size_t date = 1; date <= history.dblPrices.Series(); ++date) {
+    Shown row{history.strDates(date), {}};
+    for (std::size_t item = 1; item <= history.dblPrices.Items(); ++item) {
+      row.prices.push_back(history.dblPrices(date, item));
+    }
+    rows.push_back(row);
+  }
+  return rows;
+}
+
+// All tests of several items run for one account and for all of them.
+enum class Scope { kAccount, kAll };
+
+class PriceHistories : public ::testing::TestWithParam<Scope> {
+ protected:
+  static void Run(Database& store, PriceHistory& history, ChartOrReport target = kReport) {
+    if (GetParam() == Scope::kAccount) {
+      AccountPriceHistory(store, kBroker, kFrom, kTo, history, target);
+    } else {
+      AllInvestmentsPriceHistory(store, kFrom, kTo, history, target);
+    }
+  }
+  static PriceHistory HistoryOf(SmallStore& builder, ChartOrReport target = kReport) {
+    const auto store = builder.Open();
+    PriceHistory history;
+    Run(*store, history, target);
+    return history;
+  }
+  static std::int32_t ErrorOf(SmallStore& builder) {
+    const auto store = builder.Open();
+    PriceHistory history;
+    return ResumeNext([&] { Run(*store, history); });
+  }
+  static constexpr std::int32_t kNothing = static_cast<std::int32_t>(kNothingToShow);
+};
+
+INSTANTIATE_TEST_SUITE_P(Of, PriceHistories, ::testing::Values(Scope::kAccount, Scope::kAll),
+                         [](const auto& test) {
+                           return test.param == Scope::kAccount ? "OneAccount" : "AllAccounts";
+                         });
+
+SmallStore OneHeld() {
+  SmallStore store = Market();
+  AddItem(store, 1, "Alder");
+  Hold(store, 1, 10);
+  return store;
+}
+
+SmallStore TwoHeld() {
+  SmallStore store = OneHeld();
+  AddItem(store, 2, "Birch", kBond);
+  Hold(store, 2, 1);
+  return store;
+}
+
+TEST_P(PriceHistories, ShowTheFirstDayAndEveryDayOfAChange) {
+  SmallStore store = OneHeld();
+  AddPrice(store, 1, 5, 10);
+  AddPrice(store, 1, 6, 10);
+  AddPrice(store, 1, 9, 12.5);
+  AddPrice(store, 1, 12, 12.5);
+  EXPECT_THAT(RowsOf(HistoryOf(store)),
+              ElementsAre(Shown{"2026/03/05", {10}}, Shown{"2026/03/09", {12.5}}));
+}
+
+TEST_P(PriceHistories, ShowAllItemsOnADayOnWhichOneChanges) {
+  SmallStore store = TwoHeld();
+  AddPrice(store, 1, 5, 10);
+  AddPrice(store, 2, 5, 99);
+  AddPrice(store, 2, 7, 98);
+  EXPECT_THAT(RowsOf(HistoryOf(store)),
+              ElementsAre(Shown{"2026/03/05", {10, 99}}, Shown{"2026/03/07", {10, 98}}));
+}
+
+TEST_P(PriceHistories, ShowNothingForAnItemBeforeItsFirstPrice) {
+  SmallStore store = TwoHeld();
+  AddPrice(store, 1, 5, 10);
+  AddPrice(store, 2, 9, 99);
+  EXPECT_THAT(RowsOf(HistoryOf(store)),
+              ElementsAre(Shown{"2026/03/05", {10, 0}}, Shown{"2026/03/09", {10, 99}}));
+}
+
+TEST_P(PriceHistories, TakeAPriceFromBeforeTheRange) {
+  SmallStore store = TwoHeld();
+  AddPrice(store, 1, 5, 10);
+  AddPrice(store, 2, -5, 97);
+  AddPrice(store, 2, 9, 99);
+  EXPECT_THAT(RowsOf(HistoryOf(store)),
+              ElementsAre(Shown{"2026/03/05", {10, 97}}, Shown{"2026/03/09", {10, 99}}));
+}
+
+TEST_P(PriceHistories, TakeTheLastEnteredOfTwoPricesOnADay) {
+  SmallStore store = OneHeld();
+  AddPrice(store, 1, 5, 12);
+  AddPrice(store, 1, 5, 11);
+  EXPECT_THAT(RowsOf(HistoryOf(store)), ElementsAre(Shown{"2026/03/05", {11}}));
+}
+
+TEST_P(PriceHistories, IgnoreOtherPriceTypes) {
+  SmallStore store = OneHeld();
+  AddPrice(store, 1, 5, 10);
+  AddPrice(store, 1, 6, 77, kUncharted);
+  EXPECT_THAT(RowsOf(HistoryOf(store)), ElementsAre(Shown{"2026/03/05", {10}}));
+}
+
+TEST_P(PriceHistories, BeginAndEndWithTheDaysOfTheRange) {
+  SmallStore store = OneHeld();
+  AddPrice(store, 1, 0, 1);
+  AddPrice(store, 1, 1, 2);
+  AddPrice(store, 1, 31, 3);
+  AddPrice(store, 1, 32, 4);
+  EXPECT_THAT(RowsOf(HistoryOf(store)),
+              ElementsAre(Shown{"2026/03/01", {2}}, Shown{"2026/03/31", {3}}));
+}
+
+TEST_P(PriceHistories, ShowAnOnlyPriceOfZero) {
+  SmallStore store = OneHeld();
+  AddPrice(store, 1, 5, 0);
+  EXPECT_THAT(RowsOf(HistoryOf(store)), ElementsAre(Shown{"2026/03/05", {0}}));
+}
+
+// The number of days is rounded: from a quarter past one day to the start of another is 3.75 days
+// and one, which makes five.
+TEST_P(PriceHistories, RoundTheNumberOfDaysWherePricesHaveATimeOfDay) {
+  SmallStore store = OneHeld();
+  AddPrice(store, 1, 5.25, 10);
+  AddPrice(store, 1, 9, 11);
+  EXPECT_THAT(RowsOf(HistoryOf(store)),
+              ElementsAre(Shown{"2026/03/05", {10}}, Shown{"2026/03/09", {11}}));
+}
+
+TEST_P(PriceHistories, LeaveOutWhatIsHeldWithoutAPriceInTheRange) {
+  SmallStore store = TwoHeld();
+  AddPrice(store, 1, 5, 10);
+  AddPrice(store, 2, 40, 99);
+  const PriceHistory history = HistoryOf(store);
+  EXPECT_THAT(history.strItems, ElementsAre("Stock:Alder"));
+  EXPECT_THAT(RowsOf(history), ElementsAre(Shown{"2026/03/05", {10}}));
+}
+
+TEST_P(PriceHistories, LeaveOutWhatIsNotHeld) {
+  SmallStore store = OneHeld();
+  AddItem(store, 2, "Birch");
+  AddPrice(store, 1, 5, 10);
+  AddPrice(store, 2, 6, 99);
+  EXPECT_THAT(RowsOf(HistoryOf(store)), ElementsAre(Shown{"2026/03/05", {10}}));
+}
+
+TEST_P(PriceHistories, LeaveOutItemsThatAreNoInvestments) {
+  SmallStore store = OneHeld();
+  AddItem(store, 2, "Penny", kStamp);
+  Hold(store, 2, 1);
+  AddPrice(store, 1, 5, 10);
+  AddPrice(store, 2, 5, 99);
+  EXPECT_THAT(HistoryOf(store).strItems, ElementsAre("Stock:Alder"));
+}
+
+TEST_P(PriceHistories, LabelItemsByTypeAndNameInAReport) {
+  SmallStore store = TwoHeld();
+  AddPrice(store, 1, 5, 10);
+  AddPrice(store, 2, 5, 99);
+  EXPECT_THAT(HistoryOf(store, kReport).strItems, ElementsAre("Stock:Alder", "Bond:Birch"));
+}
+
+TEST_P(PriceHistories, LabelItemsByNameInAChart) {
+  SmallStore store = TwoHeld();
+  AddPrice(store, 1, 5, 10);
+  AddPrice(store, 2, 5, 99);
+  EXPECT_THAT(HistoryOf(store, kChart).strItems, ElementsAre("Alder", "Birch"));
+}
+
+TEST_P(PriceHistories, FailWithoutAChartedPriceType) {
+  SmallStore store = OneHeld();
+  AddPrice(store, 1, 5, 10);
+  store.Execute("UPDATE PriceType SET PriceTypeAttr = 0");
+  EXPECT_EQ(ErrorOf(store), kNothing);
+}
+
+TEST_P(PriceHistories, FailWithoutAnInvestment) {
+  SmallStore store = Market();
+  EXPECT_EQ(ErrorOf(store), kNothing);
+}
+
+TEST_P(PriceHistories, FailWhereNothingHeldHasAPriceInTheRange) {
+  SmallStore store = OneHeld();
+  AddPrice(store, 1, 32, 10);
+  EXPECT_EQ(ErrorOf(store), kNothing);
+}
+
+TEST_P(PriceHistories, FailWhereAnItemsTypeIsLostWhileDaysAreWalked) {
+  SmallStore store = OneHeld();
+  AddPrice(store, 1, 5, 10);
+  const auto open = store.Open();
+  DenyingDatabase denying(*open, [](std::string_view text) { return text == "AccountItemType"; });
+  PriceHistory history;
+  EXPECT_TRUE(Raises(FailureNumber::kStoreUnusable, [&] { Run(denying, history); }));
+}
+
+// ---- of one account
+
+TEST(AccountPriceHistory, LeavesOutWhatAnotherAccountHolds) {
+  SmallStore store = OneHeld();
+  store.Account(kSecondBroker, "Second", kInvestmentAccount);
+  AddItem(store, 2, "Birch");
+  Hold(store, 2, 1, kSecondBroker);
+  AddPrice(store, 1, 5, 10);
+  AddPrice(store, 2, 5, 99);
+  const auto open = store.Open();
+  PriceHistory history;
+  AccountPriceHistory(*open, kBroker, kFrom, kTo, history, kReport);
+  EXPECT_THAT(history.strItems, ElementsAre("Stock:Alder"));
+}
+
+TEST(AccountPriceHistory, FailsForAnAccountThatIsNotThere) {
+  SmallStore store = OneHeld();
+  AddPrice(store, 1, 5, 10);
+  const auto open = store.Open();
+  PriceHistory history;
+  EXPECT_TRUE(Raises(kNothingToShow,
+                     [&] { AccountPriceHistory(*open, 99, kFrom, kTo, history, kReport); }));
+}
+
+TEST(AccountPriceHistory, FailsForAnAccountThatHoldsNoItems) {
+  SmallStore store = OneHeld();
+  Hold(store, 1, 1, kBank);
+  AddPrice(store, 1, 5, 10);
+  const auto open = store.Open();
+  PriceHistory history;
+  EXPECT_TRUE(Raises(kNothingToShow,
+                     [&] { AccountPriceHistory(*open, kBank, kFrom, kTo, history, kReport); }));
+}
+
+const std::string kItemsText =
+    "SELECT T1.* FROM AccountItem AS T1,AccountItemType AS T2 WHERE "
+    "T1.AccountItemTypeNumber=T2.AccountItemTypeNumber AND T2.BasicAccountType= 2";
+const std::string kInRangeText =
+    "SELECT * FROM PriceRecord WHERE AccountItemNumber= 1 AND PriceTypeNumber= 7 AND "
+    "PriceDate>=#2026-03-01# AND PriceDate<=#2026-03-31# ORDER BY PriceDate";
+
+std::string OnOrBefore(const std::string& day) {
+  return "SELECT * FROM PriceRecord WHERE AccountItemNumber= 1 AND PriceDate<=#" + day +
+         "# AND PriceTypeNumber= 7 ORDER BY PriceDate";
+}
+
+std::vector<std::string> OpenedIn(const KeepingStore& keeping) {
+  std::vector<std::string> opened;
+  for (const std::string& event : keeping.events) {
+    if (event.starts_with("open ")) {
+      opened.push_back(event.substr(5));
+    }
+  }
+  return opened;
+}
+
+TEST(AccountPriceHistory, OpensTheseTexts) {
+  SmallStore store = OneHeld();
+  AddPrice(store, 1, 5, 10);
+  AddPrice(store, 1, 6, 11);
+  const auto open = store.Open();
+  KeepingStore keeping(*open);
+  PriceHistory history;
+  AccountPriceHistory(*keeping, kBroker, kFrom, kTo, history, kReport);
+  EXPECT_THAT(OpenedIn(keeping),
+              ElementsAre("PriceType", "Account", kItemsText, kInRangeText, "AccountItem",
+                          "AccountItemType", OnOrBefore("2026-03-05"), OnOrBefore("2026-03-06")));
+}
+
+TEST(AccountPriceHistory, AsksForThePriceOnEveryDayAndItem) {
+  SmallStore store = OneHeld();
+  AddPrice(store, 1, 5, 10);
+  AddPrice(store, 1, 14, 11);
+  const auto open = store.Open();
+  KeepingStore keeping(*open);
+  PriceHistory history;
+  AccountPriceHistory(*keeping, kBroker, kFrom, kTo, history, kReport);
+  EXPECT_EQ(OpenedIn(keeping).size(), 6U + 10U);
+}
+
+// ---- of all
+
+TEST(AllInvestmentsPriceHistory, OpensTheseTexts) {
+  SmallStore store = OneHeld();
+  AddPrice(store, 1, 5, 10);
+  const auto open = store.Open();
+  KeepingStore keeping(*open);
+  PriceHistory history;
+  AllInvestmentsPriceHistory(*keeping, kFrom, kTo, history, kReport);
+  EXPECT_THAT(
+      OpenedIn(keeping),
+      ElementsAre("PriceType", kItemsText, "SELECT * FROM Account WHERE AccountType= 8",
+                  kInRangeText, "AccountItem", "AccountItemType", OnOrBefore("2026-03-05")));
+}
+
+TEST(AllInvestmentsPriceHistory, ShowsWhatAnyAccountHolds) {
+  SmallStore store = OneHeld();
+  store.Account(kSecondBroker, "Second", kInvestmentAccount);
+  AddItem(store, 2, "Birch");
+  Hold(store, 2, 1, kSecondBroker);
+  AddPrice(store, 1, 5, 10);
+  AddPrice(store, 2, 5, 99);
+  const auto open = store.Open();
+  PriceHistory history;
+  AllInvestmentsPriceHistory(*open, kFrom, kTo, history, kReport);
+  EXPECT_THAT(history.strItems, ElementsAre("Stock:Alder", "Stock:Birch"));
+}
+
+TEST(AllInvestmentsPriceHistory, LeavesOutWhatOnlyAnAccountOfAnotherKindHolds) {
+  SmallStore store = Market();
+  AddItem(store, 1, "Alder");
+  Hold(store, 1, 1, kBank);
+  AddPrice(store, 1, 5, 10);
+  const auto open = store.Open();
+  PriceHistory history;
+  EXPECT_TRUE(Raises(kNothingToShow,
+                     [&] { AllInvestmentsPriceHistory(*open, kFrom, kTo, history, kReport); }));
+}
+
+// ---- of one item
+
+PriceHistory ItemHistoryOf(SmallStore& builder) {
+  const auto store = builder.Open();
+  PriceHistory history;
+  ItemPriceHistory(*store, 1, kFrom, kTo, history);
+  return history;
+}
+
+TEST(ItemPriceHistory, ShowsEveryRecordOfTheRangeAlsoTwoOnADay) {
+  SmallStore store = Market();
+  AddItem(store, 1, "Alder");
+  AddPrice(store, 1, 9, 12);
+  AddPrice(store, 1, 5, 10);
+  AddPrice(store, 1, 5, 10);
+  AddPrice(store, 1, 0, 1);
+  AddPrice(store, 1, 32, 2);
+  AddPrice(store, 1, 6, 3, kUncharted);
+  EXPECT_THAT(
+      RowsOf(ItemHistoryOf(store)),
+      ElementsAre(Shown{"2026/03/05", {10}}, Shown{"2026/03/05", {10}}, Shown{"2026/03/09", {12}}));
+}
+
+TEST(ItemPriceHistory, OpensTheseTexts) {
+  SmallStore store = Market();
+  AddPrice(store, 1, 5, 10);
+  const auto open = store.Open();
+  KeepingStore keeping(*open);
+  PriceHistory history;
+  ItemPriceHistory(*keeping, 1, kFrom, kTo, history);
+  EXPECT_THAT(keeping.events,
+              ElementsAreArray(OneAfterAnother(
+                  {"PriceType",
+                   "SELECT * FROM PriceRecord WHERE AccountItemNumber= 1 AND "
+                   "PriceDate>=#2026-03-01# AND PriceDate<=#2026-03-31# AND PriceTypeNumber= 7 "
+                   "ORDER BY PriceDate"})));
+}
+
+TEST(ItemPriceHistory, FailsWithoutAPriceInTheRange) {
+  SmallStore store = Market();
+  AddPrice(store, 1, 32, 10);
+  EXPECT_TRUE(Raises(kNothingToShow, [&] { ItemHistoryOf(store); }));
+}
+
+TEST(ItemPriceHistory, FailsWithoutAChartedPriceType) {
+  SmallStore store = Market();
+  AddPrice(store, 1, 5, 10);
+  store.Execute("DELETE FROM PriceType");
+  EXPECT_TRUE(Raises(kNothingToShow, [&] { ItemHistoryOf(store); }));
+}
+
+// ---- on a day
+
+TEST(PriceOnOrBefore, IsTheLastOneUpToTheDay) {
+  SmallStore store = Market();
+  AddPrice(store, 1, 5, 10);
+  AddPrice(store, 1, 7, 11);
+  AddPrice(store, 1, 8, 12);
+  const auto open = store.Open();
+  EXPECT_EQ(PriceOnOrBefore(*open, 1, Day(2026, 3, 7), kCharted), 11);
+}
+
+TEST(PriceOnOrBefore, IsNothingBeforeTheFirstPrice) {
+  SmallStore store = Market();
+  AddPrice(store, 1, 5, 10);
+  const auto open = store.Open();
+  EXPECT_EQ(PriceOnOrBefore(*open, 1, Day(2026, 3, 4), kCharted), 0);
+}
+
+}  // namespace
+}  // namespace vetlo

@@ -1,0 +1,31 @@
+#include "vetlo/balance/account_list.h"
+
+#include "vetlo/services/common_services.h"
+#include "vetlo/store/model.h"
+
+namespace vetlo {
+namespace {
+
+std::string TextOrNothing(Recordset& rec, std::string_view column) {
+  const Variant value = rec.Fields(column);
+  return IsNull(value) ? "" : ToText(value);
+}
+
+}  // namespace
+
+void AccountListRows(Database& dbDov, GrowingArray<AccountRow>& rows, const NumberLocale& locale) {
+  rows.Start();
+  ForEachRowOf(dbDov, "SELECT * FROM Account ORDER BY AccountName,AccountType,AccountNumber",
+               [&](Recordset& rec) {
+                 const auto type = Services().AccountTypeInfo(LongField(rec, "AccountType"));
+                 const Currency curBalance = CurrencyField(rec, "Balance");
+                 const bool positive = type.Has(AccountAttrPositiveBalance);
+                 rows.Add({TextField(rec, "AccountName"), std::string(type.name),
+                           TextOrNothing(rec, "BankName"), TextOrNothing(rec, "AccountNames"),
+                           TextOrNothing(rec, "Accounts"),
+                           Format(positive ? curBalance : -curBalance, kAmountPicture, locale)});
+               });
+  rows.Close();
+}
+
+}  // namespace vetlo

@@ -1,0 +1,71 @@
+#include "vetlo/frame/list_reports.h"
+
+#include <vector>
+
+#include "vetlo/balance/account_list.h"
+#include "vetlo/schedule/payment_calendar.h"
+
+namespace vetlo {
+namespace {
+
+using TextRows = GrowingArray<std::vector<std::string>>;
+
+std::vector<std::string> ColumnTexts(const TextRows& rows, std::size_t column) {
+  std::vector<std::string> texts;
+  for (const auto& row : rows.elements()) {
+    texts.push_back(column < row.size() ? row[column] : "");
+  }
+  return texts;
+}
+
+// The last column is one of amounts.
+void WriteList(ReportCall& call, const std::vector<std::string>& headers, const TextRows& rows,
+               FirstStop first_stop, bool computed) {
+  std::vector<std::vector<std::string>> texts;
+  for (std::size_t i = 0; i < headers.size(); ++i) {
+    texts.push_back(ColumnTexts(rows, i));
+  }
+  std::vector<ReportColumn> columns;
+  for (std::size_t i = 0; i < headers.size(); ++i) {
+    const bool last = i + 1 == headers.size();
+    columns.push_back({headers[i], last ? ColumnSide::kRight : ColumnSide::kLeft, texts[i], ""});
+  }
+  ReportPage page = call.Page();
+  page.LayOut(columns, first_stop);
+  page.WriteHeading(call.row.strTitle, call.Caption());
+  if (!computed) {
+    return;
+  }
+  page.WriteHeaderLine();
+  for (std::size_t i = 1; i <= rows.UpperBound(); ++i) {
+    page.WriteCells(rows(i), i == rows.UpperBound() ? "" : "\r\n");
+  }
+}
+
+CalendarFilter FilterOf(std::int32_t report_number) {
+  constexpr std::int32_t kPaymentsAlone = 9;
+  constexpr std::int32_t kDepositsAlone = 54;
+  return {report_number != kDepositsAlone, report_number != kPaymentsAlone};
+}
+
+}  // namespace
+
+void ReportAccountList(ReportCall& call) {
+  TextRows rows;
+  const std::int32_t lngComputeError =
+      call.Guard([&] { AccountListRows(call.dbDov, rows, call.platform.Locale()); });
+  WriteList(call, {"Account", "Type", "Bank Name", "Account Names", "Account Number", "Balance"},
+            rows, FirstStop::kOnIndent, lngComputeError == 0);
+}
+
+void ReportPaymentCalendar(ReportCall& call) {
+  TextRows rows;
+  const std::int32_t lngComputeError = call.Guard([&] {
+    PaymentCalendarRows(call.dbDov, call.dtmFromDate, call.dtmToDate, rows,
+                        FilterOf(call.row.ChartReportSubTypeAttr), call.platform.Locale());
+  });
+  WriteList(call, {"Date", "Frequency", "Payee", "Account", "Category", "Amount"}, rows,
+            FirstStop::kOnSecondColumn, lngComputeError == 0);
+}
+
+}  // namespace vetlo

@@ -73,7 +73,7 @@ class FaultSweep : public ::testing::TestWithParam<std::int32_t> {
     std::int32_t number = 0;
     try {
       drawing.component.ShowChartReport(failing_, *rows, GetParam(), &drawing.chart,
-                                        &drawing.report, 1, Empty{});
+                                        &drawing.report, SubjectOfRow(GetParam()), Empty{});
     } catch (const Failure& failure) {
       number = failure.number();
     }

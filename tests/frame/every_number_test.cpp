@@ -14,8 +14,8 @@ class NumberOfAHousehold : public ::testing::TestWithParam<std::int32_t> {
   NumberOfAHousehold() : store_(HouseholdWithEveryRow()) {}
 
   // The row of a number as a report, and as a chart.
-  void ShowReport() { drawing_.Show(*store_, GetParam(), 1, 1); }
-  void ShowChart() { drawing_.Show(*store_, GetParam() + 100, 1, 1); }
+  void ShowReport() { drawing_.Show(*store_, GetParam(), SubjectOfRow(GetParam()), 1); }
+  void ShowChart() { drawing_.Show(*store_, GetParam() + 100, SubjectOfRow(GetParam()), 1); }
 
   std::unique_ptr<Database> store_;
   Drawing drawing_;

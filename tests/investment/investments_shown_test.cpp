@@ -34,8 +34,7 @@ TestRow RowOf(std::int32_t report_number, ChartOrReport output, std::int32_t cha
 
 // Alder was bought for 1000 and brought 50, Birch came without money; the bank serves the broker.
 SmallStore Household(double cash = 700) {
-  SmallStore store;
-  store = Market();
+  SmallStore store = Market();
   AddItem(store, 11, "Alder");
   AddItem(store, 12, "Birch", kBond);
   AddLatestPrice(store, 11, 110);
@@ -45,9 +44,8 @@ SmallStore Household(double cash = 700) {
   AddPrice(store, 11, 5, 100);
   AddPrice(store, 11, 9, 110);
   AddPrice(store, 12, 9, 0.5);
-  store.Execute("UPDATE Account SET Balance = 11015000 WHERE AccountNumber = 5");
-  store.Execute("UPDATE Account SET Balance = " + std::to_string(Money(cash).units()) +
-                " WHERE AccountNumber = 1");
+  SetBalance(store, kBroker, 1101.5);
+  SetBalance(store, kBank, cash);
   Associate(store, kBroker, kBank);
   return store;
 }
@@ -156,7 +154,7 @@ TEST(YieldByTypeReport, IsSectionsOverTheTotal) {
 TEST(YieldReport, ShowsAYieldOfNothingWhereNothingWasPaid) {
   SmallStore store = Household();
   store.Execute("DELETE FROM TransactionRecord WHERE TransactionType = 2");
-  EXPECT_THAT(ReportOf(std::move(store), 15), ::testing::EndsWith("\t  0.00%"));
+  EXPECT_THAT(ReportOf(std::move(store), 15), ::testing::EndsWith("\t 0.00%"));
 }
 
 class ValuesByType : public ::testing::TestWithParam<std::int32_t> {};

@@ -56,21 +56,6 @@ Currency TotalOf(Routine routine, SmallStore& builder) {
   return routine(*store, positions, kReport, NumberLocale{});
 }
 
-void SetBalance(SmallStore& store, std::int32_t account, double balance) {
-  store.Execute("UPDATE Account SET Balance = " + std::to_string(Money(balance).units()) +
-                " WHERE AccountNumber = " + std::to_string(account));
-}
-
-std::vector<std::string> OpenedIn(const KeepingStore& keeping) {
-  std::vector<std::string> opened;
-  for (const std::string& event : keeping.events) {
-    if (event.starts_with("open ")) {
-      opened.push_back(event.substr(5));
-    }
-  }
-  return opened;
-}
-
 const std::string kAccountsText = "SELECT * FROM Account WHERE AccountType= 8";
 const std::string kTypesText =
     "SELECT * FROM AccountItemType WHERE BasicAccountType= 2 ORDER BY AccountItemTypeNumber";
@@ -344,7 +329,7 @@ Currency WorthOf(SmallStore& builder, std::int32_t type = kStock) {
   return TotalValueOfItemType(*store, type);
 }
 
-// Two halves of the last place, each of which is rounded down to the even neighbour.
+// Each product is below half of the last place, both together are above it.
 TEST(TotalValueOfItemType, RoundsProductsBeforeItAddsThem) {
   SmallStore store = Market();
   store.Account(kSecondBroker, "Second", kInvestmentAccount);

@@ -279,16 +279,6 @@ std::string OnOrBefore(const std::string& day) {
          "# AND PriceTypeNumber= 7 ORDER BY PriceDate";
 }
 
-std::vector<std::string> OpenedIn(const KeepingStore& keeping) {
-  std::vector<std::string> opened;
-  for (const std::string& event : keeping.events) {
-    if (event.starts_with("open ")) {
-      opened.push_back(event.substr(5));
-    }
-  }
-  return opened;
-}
-
 TEST(AccountPriceHistory, OpensTheseTexts) {
   SmallStore store = OneHeld();
   AddPrice(store, 1, 5, 10);

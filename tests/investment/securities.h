@@ -4,7 +4,9 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "tests/support/shown_rows.h"
 #include "tests/support/small_store.h"
 #include "vetlo/platform/failure.h"
 #include "vetlo/store/forwarding.h"
@@ -74,6 +76,22 @@ inline TestTransaction Traded(std::int32_t type, std::int32_t item, double total
 inline void Hold(SmallStore& store, std::int32_t item, double units,
                  std::int32_t account = kBroker) {
   store.Transaction(Traded(kUnitsReceived, item, 0, units, account));
+}
+
+inline void SetBalance(SmallStore& store, std::int32_t account, double balance) {
+  store.Execute("UPDATE Account SET Balance = " + std::to_string(Money(balance).units()) +
+                " WHERE AccountNumber = " + std::to_string(account));
+}
+
+// What was opened, in order.
+inline std::vector<std::string> OpenedIn(const KeepingStore& keeping) {
+  std::vector<std::string> opened;
+  for (const std::string& event : keeping.events) {
+    if (event.starts_with("open ")) {
+      opened.push_back(event.substr(5));
+    }
+  }
+  return opened;
 }
 
 // A store that cannot open some texts.

@@ -102,6 +102,14 @@ void AddTransactions(SmallStore& store) {
                     .record_type = kScheduledPattern,
                     .category = 1,
                     .payee = 1});
+  store.Transaction({.type = kIncome,
+                     .date = Day(2026, 3, 27),
+                     .total = 950,
+                     .account = 1,
+                     .record_type = kScheduledPattern,
+                     .category = 2});
+  store.Insert("PaymentCalendar",
+               {{"TransactionRecordNumber", 8}, {"FrequencyType", 4}, {"FrequencyExtInfo", 1}});
   store.Insert("PaymentCalendar",
                {{"TransactionRecordNumber", 7}, {"FrequencyType", 5}, {"FrequencyExtInfo", 1}});
 }
@@ -145,6 +153,12 @@ SmallStore HouseholdOfEveryKind() {
 }
 
 std::unique_ptr<Database> HouseholdWithEveryRow() { return HouseholdOfEveryKind().Open(); }
+
+Variant SubjectOfRow(std::int32_t row) {
+  constexpr std::int32_t kAccountPrices = 26;
+  constexpr std::int32_t kBroker = 5;
+  return row % kChartRowOffset == kAccountPrices ? kBroker : 1;
+}
 
 std::vector<std::int32_t> RowsOfEveryForm() {
   std::vector<std::int32_t> rows;

@@ -1,5 +1,6 @@
 #include "vetlo/frame/investment_reports.h"
 
+#include <optional>
 #include <vector>
 
 #include "vetlo/investment/positions.h"
@@ -156,31 +157,35 @@ void WritePriceChart(ReportCall& call, ChartWriter& writer, const PriceHistory& 
   writer.SetAxisTitle(chart.strUnitLabel);
 }
 
-std::string AccountOf(ReportCall& call, std::int32_t lngAccountNumber, ChartOrReport form) {
-  return call.tables.Find(LookUpTable::kAccount, lngAccountNumber)
-             ? AccountLabel(call.tables[LookUpTable::kAccount], form)
-             : "";
+// The names of a subject; none where it is not found.
+std::optional<std::string> AccountOf(ReportCall& call, std::int32_t lngAccountNumber,
+                                     ChartOrReport form) {
+  if (!call.tables.Find(LookUpTable::kAccount, lngAccountNumber)) {
+    return std::nullopt;
+  }
+  return AccountLabel(call.tables[LookUpTable::kAccount], form);
 }
 
-std::string ItemOf(ReportCall& call, std::int32_t lngAccountItemNumber, ChartOrReport form) {
+std::optional<std::string> ItemOf(ReportCall& call, std::int32_t lngAccountItemNumber,
+                                  ChartOrReport form) {
   if (!call.tables.Find(LookUpTable::kAccountItem, lngAccountItemNumber)) {
-    return "";
+    return std::nullopt;
   }
   Recordset& recItem = call.tables[LookUpTable::kAccountItem];
-  const std::string name = TextField(recItem, "AccountItemName");
+  std::string name = TextField(recItem, "AccountItemName");
   if (form == ChartOrReport::kChart) {
     return name;
   }
-  const std::int32_t type = LongField(recItem, "AccountItemTypeNumber");
-  return call.tables.Find(LookUpTable::kAccountItemType, type)
-             ? TextField(call.tables[LookUpTable::kAccountItemType], "AccountItemTypeName") + ":" +
-                   name
-             : "";
+  if (!call.tables.Find(LookUpTable::kAccountItemType,
+                        LongField(recItem, "AccountItemTypeNumber"))) {
+    return std::nullopt;
+  }
+  return TextField(call.tables[LookUpTable::kAccountItemType], "AccountItemTypeName") + ":" + name;
 }
 
 // The title and the subject's name, or where it is not found the bare title.
-std::string TitleWith(const ReportCall& call, const std::string& name) {
-  return name.empty() ? call.row.strTitle : call.row.strTitle + ":" + name;
+std::string TitleWith(const ReportCall& call, const std::optional<std::string>& name) {
+  return name ? call.row.strTitle + ":" + *name : call.row.strTitle;
 }
 
 void WriteHeading(ReportCall& call, ReportPage& page, const std::string& title) {
@@ -312,7 +317,7 @@ void ChartItemPrices(ReportCall& call) {
                        history);
     });
     if (lngComputeError == 0) {
-      history.strItems = {ItemOf(call, *lngAccountItemNumber, ChartOrReport::kChart)};
+      history.strItems = {ItemOf(call, *lngAccountItemNumber, ChartOrReport::kChart).value_or("")};
       WritePriceChart(call, writer, history);
     }
     strTitle = TitleWith(call, ItemOf(call, *lngAccountItemNumber, ChartOrReport::kChart));

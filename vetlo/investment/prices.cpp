@@ -120,9 +120,9 @@ void WalkDays(Database& dbDov, const Listed& listed, PriceHistory& history,
   std::vector<double> prices;
   DayColumn previous;
   history.strDates.Start();
-  const auto lngDays = static_cast<std::int64_t>(listed.dtmLast.days - listed.dtmFirst.days) + 1;
-  for (std::int64_t i = 0; i < lngDays; ++i) {
-    const Date dtmDay{listed.dtmFirst.days + static_cast<double>(i)};
+  const std::int32_t lngDays = ToLong(listed.dtmLast.days - listed.dtmFirst.days + 1);
+  for (std::int32_t i = 0; i < lngDays; ++i) {
+    const Date dtmDay{listed.dtmFirst.days + i};
     DayColumn column = ColumnOn(dbDov, listed, dtmDay, *recItem, *recType);
     if (column == previous) {
       continue;

@@ -107,7 +107,9 @@ Currency TotalAssociatedCash(Database& dbDov, std::int32_t lngAttribute) {
 }
 
 Currency TotalBalanceWithAssociatedCash(Database& dbDov, std::int32_t lngAttribute) {
-  return TotalBalanceOfAttribute(dbDov, lngAttribute) + TotalAssociatedCash(dbDov, lngAttribute);
+  // One after the other: the operands of a sum come in no order.
+  const Currency curBalances = TotalBalanceOfAttribute(dbDov, lngAttribute);
+  return curBalances + TotalAssociatedCash(dbDov, lngAttribute);
 }
 
 }  // namespace vetlo

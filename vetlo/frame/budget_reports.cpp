@@ -5,18 +5,10 @@
 
 #include "vetlo/budget/budget_amounts.h"
 #include "vetlo/budget/budget_rows.h"
+#include "vetlo/frame/text_table.h"
 
 namespace vetlo {
 namespace {
-
-// The texts of one column, from the first row to the last.
-std::vector<std::string> ColumnTexts(const BudgetRows& rows, std::size_t column) {
-  std::vector<std::string> texts;
-  for (const BudgetRow& row : rows.elements()) {
-    texts.push_back(column < row.size() ? row[column] : "");
-  }
-  return texts;
-}
 
 // A row with a first figure is data, one with a label alone a heading over a rule, any other a
 // blank line.
@@ -32,16 +24,8 @@ void ShowBudgetTable(ReportCall& call, const std::vector<std::string>& headers,
                      const std::function<void(BudgetRows&)>& compute) {
   BudgetRows rows;
   const std::int32_t lngComputeError = call.Guard([&] { compute(rows); });
-  std::vector<std::vector<std::string>> texts;
-  for (std::size_t i = 0; i < headers.size(); ++i) {
-    texts.push_back(ColumnTexts(rows, i));
-  }
-  std::vector<ReportColumn> columns;
-  for (std::size_t i = 0; i < headers.size(); ++i) {
-    columns.push_back({headers[i], i == 0 ? ColumnSide::kLeft : ColumnSide::kRight, texts[i], ""});
-  }
   ReportPage page = call.Page();
-  page.LayOut(columns);
+  LayOutTexts(page, {headers}, rows.elements());
   page.WriteHeading(call.row.strTitle, call.Caption());
   if (lngComputeError != 0) {
     return;

@@ -3,6 +3,7 @@
 #include <optional>
 #include <vector>
 
+#include "vetlo/frame/text_table.h"
 #include "vetlo/investment/positions.h"
 #include "vetlo/investment/prices.h"
 #include "vetlo/investment/yield.h"
@@ -11,8 +12,6 @@
 
 namespace vetlo {
 namespace {
-
-using TextRow = std::vector<std::string>;
 
 // ---- tables of sections: positions and yields
 
@@ -25,26 +24,9 @@ struct SectionTable {
   std::size_t telling_column = 0;
 };
 
-std::vector<std::string> ColumnTexts(const SectionTable& table, std::size_t column) {
-  std::vector<std::string> texts;
-  for (const TextRow& row : table.rows) {
-    texts.push_back(row[column]);
-  }
-  return texts;
-}
-
 void WriteSections(ReportCall& call, const SectionTable& table, bool computed) {
-  std::vector<std::vector<std::string>> texts;
-  for (std::size_t i = 0; i < table.headers.size(); ++i) {
-    texts.push_back(ColumnTexts(table, i));
-  }
-  std::vector<ReportColumn> columns;
-  for (std::size_t i = 0; i < table.headers.size(); ++i) {
-    columns.push_back({table.headers[i], i == 0 ? ColumnSide::kLeft : ColumnSide::kRight, texts[i],
-                       table.total[i]});
-  }
   ReportPage page = call.Page();
-  page.LayOut(columns);
+  LayOutTexts(page, {table.headers, 1, table.total}, table.rows);
   page.WriteHeading(call.row.strTitle, call.Caption());
   if (!computed) {
     return;

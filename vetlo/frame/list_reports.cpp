@@ -3,35 +3,19 @@
 #include <vector>
 
 #include "vetlo/balance/account_list.h"
+#include "vetlo/frame/text_table.h"
 #include "vetlo/schedule/payment_calendar.h"
 
 namespace vetlo {
 namespace {
 
-using TextRows = GrowingArray<std::vector<std::string>>;
-
-std::vector<std::string> ColumnTexts(const TextRows& rows, std::size_t column) {
-  std::vector<std::string> texts;
-  for (const auto& row : rows.elements()) {
-    texts.push_back(column < row.size() ? row[column] : "");
-  }
-  return texts;
-}
+using TextRows = GrowingArray<TextRow>;
 
 // The last column is one of amounts.
 void WriteList(ReportCall& call, const std::vector<std::string>& headers, const TextRows& rows,
                FirstStop first_stop, bool computed) {
-  std::vector<std::vector<std::string>> texts;
-  for (std::size_t i = 0; i < headers.size(); ++i) {
-    texts.push_back(ColumnTexts(rows, i));
-  }
-  std::vector<ReportColumn> columns;
-  for (std::size_t i = 0; i < headers.size(); ++i) {
-    const bool last = i + 1 == headers.size();
-    columns.push_back({headers[i], last ? ColumnSide::kRight : ColumnSide::kLeft, texts[i], ""});
-  }
   ReportPage page = call.Page();
-  page.LayOut(columns, first_stop);
+  LayOutTexts(page, {headers, headers.size() - 1}, rows.elements(), first_stop);
   page.WriteHeading(call.row.strTitle, call.Caption());
   if (!computed) {
     return;

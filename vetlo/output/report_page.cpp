@@ -103,7 +103,7 @@ void ReportPage::LayOut(const std::vector<ReportColumn>& columns, FirstStop firs
   columns_ = columns;
   sngColumnWidths_.clear();
   float sngTableWidth = 0;
-  for (const ReportColumn& column : columns_) {
+  for (ReportColumn& column : columns_) {
     const float sngWidth =
         MaxColumnTextWidth(column.texts, column.header, column.extra, form_.picReportTextFont());
     if (!sngColumnWidths_.empty()) {
@@ -111,6 +111,7 @@ void ReportPage::LayOut(const std::vector<ReportColumn>& columns, FirstStop firs
     }
     sngTableWidth += sngWidth;
     sngColumnWidths_.push_back(sngWidth);
+    column.texts = {};
   }
   strRuleLine_ = RuleLineForWidth(sngTableWidth, form_.picReportTextFont());
   report_.SetRightMargin(sngTableWidth + report_.SelIndent() + report_.SelRightIndent() +

@@ -37,7 +37,7 @@ enum class ColumnSide { kLeft, kRight };
 struct ReportColumn {
   std::string header;
   ColumnSide side = ColumnSide::kLeft;
-  std::span<const std::string> texts;  // the caller's
+  std::span<const std::string> texts;  // the caller's, looked at while it is laid out
   std::string extra;                   // a text outside the rows that must fit too, or empty
 };
 

@@ -183,10 +183,11 @@ constexpr double kMostDaysShownDaily = 62;
 constexpr double kMostDaysShownWeekly = 731;
 
 // Counted back from the end.
-std::vector<Date> EverySoManyDays(Date from, Date to, double step) {
+std::vector<Date> EverySoManyDays(Date from, Date to, std::int32_t step) {
   std::vector<Date> points;
-  for (double day = to.days; day >= from.days; day -= step) {
-    points.push_back(Date{day});
+  const auto days = static_cast<std::int32_t>(to.days - from.days);
+  for (std::int32_t back = 0; back <= days; back += step) {
+    points.push_back(Date{to.days - back});
   }
   std::ranges::reverse(points);
   return points;

@@ -150,6 +150,9 @@ Variant Cursor::Value(std::size_t column) {
 }
 
 std::int64_t Cursor::RowId(std::size_t source) {
+  if (select_ == nullptr) {
+    RaiseNoRow();
+  }
   return select_->statement.Integer(static_cast<int>(source));
 }
 

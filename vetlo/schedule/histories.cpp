@@ -80,17 +80,24 @@ void MonthHistory(Database& dbDov, const HistorySubject& subject, Date dtmFromDa
   }
   const SignRule& rule = subject.kind == Kind::kPayee ? kPayeeRule : kCashRule;
   CalendarDay month;
+  const auto open_bucket = [&](Date date) {
+    month = CalendarDayOf(date);
+    buckets.amounts.push_back(0);
+    buckets.labels.push_back(MonthBucketLabel(date, dtmFromDate, dtmToDate));
+  };
   ForEachRow(*recRecords, [&](Recordset& rec) {
+    // The first month is open before its first amount is known, every later one only after.
+    if (buckets.labels.empty()) {
+      open_bucket(DateField(rec, "TransactionDate"));
+    }
+    const Currency curAmount = SignedAmount(rec, *recAccount, rule);
     const Date date = DateField(rec, "TransactionDate");
     const CalendarDay day = CalendarDayOf(date);
-    const bool first = buckets.labels.empty();
-    if (first || day.year != month.year || day.month != month.month) {
-      month = day;
-      buckets.amounts.push_back(0);
-      buckets.labels.push_back(MonthBucketLabel(date, dtmFromDate, dtmToDate));
+    if (day.year != month.year || day.month != month.month) {
+      open_bucket(date);
     }
     double& bucket = buckets.amounts.back();
-    bucket = ToDouble(CCur(bucket) + SignedAmount(rec, *recAccount, rule));
+    bucket = ToDouble(CCur(bucket) + curAmount);
   });
   recRecords.Close();
   recAccount.Close();

@@ -11,9 +11,6 @@ namespace {
 
 constexpr std::string_view kPricePicture = "#,##0.00####";
 
-constexpr std::string_view kTypesText =
-    "SELECT * FROM AccountItemType WHERE BasicAccountType= 2 ORDER BY AccountItemTypeNumber";
-
 // What a routine is asked for, and the rows that it adds.
 class Rows {
  public:
@@ -117,22 +114,18 @@ void ListAccount(Rows& rows, Recordset& rec, Recordset& recAccount, Recordset& r
 void ListType(Rows& rows, std::int32_t type, const std::string& plural, Currency curType,
               LatestPrices& prices) {
   bool blnSectionOpen = false;
-  ForEachRowOf(rows.Store(),
-               "SELECT * FROM AccountItem WHERE AccountItemTypeNumber=" + Str(type) +
-                   " ORDER BY AccountItemName",
-               [&](Recordset& rec) {
-                 const std::int32_t item = LongField(rec, "AccountItemNumber");
-                 const Holding holding = HeldInAllAccounts(rows.Store(), item);
-                 if (!holding.blnHeld) {
-                   return;
-                 }
-                 if (!blnSectionOpen) {
-                   rows.AddHead(plural);
-                   blnSectionOpen = true;
-                 }
-                 rows.AddItem(TextField(rec, "AccountItemName"), holding.dblQuantity,
-                              prices.Of(item));
-               });
+  ForEachRowOf(rows.Store(), ItemsOfTypeText(type), [&](Recordset& rec) {
+    const std::int32_t item = LongField(rec, "AccountItemNumber");
+    const Holding holding = HeldInAllAccounts(rows.Store(), item);
+    if (!holding.blnHeld) {
+      return;
+    }
+    if (!blnSectionOpen) {
+      rows.AddHead(plural);
+      blnSectionOpen = true;
+    }
+    rows.AddItem(TextField(rec, "AccountItemName"), holding.dblQuantity, prices.Of(item));
+  });
   if (blnSectionOpen) {
     rows.AddBlank();
     rows.AddAmount("Total " + plural, curType);
@@ -193,7 +186,7 @@ Currency InvestmentsByType(Database& dbDov, Positions& positions,
   LatestPrices prices(dbDov);
   const Currency curTotal = TotalBalanceWithAssociatedCash(dbDov, AccountAttrFund);
   rows.Start();
-  ForEachRowOf(dbDov, kTypesText, [&](Recordset& rec) {
+  ForEachRowOf(dbDov, InvestmentTypesText(), [&](Recordset& rec) {
     const std::int32_t type = LongField(rec, "AccountItemTypeNumber");
     const std::string plural = TextField(rec, "AccountItemTypeName") + "s";
     const Currency curType = TotalValueOfItemType(dbDov, type);
@@ -211,7 +204,7 @@ Currency InvestmentValuesByType(Database& dbDov, AmountRows& rows,
                                 ChartOrReport lngChartOrReportType) {
   const Currency curTotal = TotalBalanceWithAssociatedCash(dbDov, AccountAttrFund);
   rows.Start();
-  ForEachRowOf(dbDov, kTypesText, [&](Recordset& rec) {
+  ForEachRowOf(dbDov, InvestmentTypesText(), [&](Recordset& rec) {
     const Currency curType = TotalValueOfItemType(dbDov, LongField(rec, "AccountItemTypeNumber"));
     if (curType != Currency{}) {
       rows.Add(curType, TextField(rec, "AccountItemTypeName") + "s");

@@ -173,6 +173,16 @@ std::string InvestmentAccountsText() {
   return "SELECT * FROM Account WHERE AccountType=" + Str(kInvestmentAccount);
 }
 
+std::string InvestmentTypesText() {
+  return "SELECT * FROM AccountItemType WHERE BasicAccountType=" + Str(kInvestmentBasicType) +
+         " ORDER BY AccountItemTypeNumber";
+}
+
+std::string ItemsOfTypeText(std::int32_t lngAccountItemTypeNumber) {
+  return "SELECT * FROM AccountItem WHERE AccountItemTypeNumber=" + Str(lngAccountItemTypeNumber) +
+         " ORDER BY AccountItemName";
+}
+
 double PriceOnOrBefore(Database& dbDov, std::int32_t lngAccountItemNumber, Date dtmDate,
                        std::int32_t lngPriceTypeNumber) {
   ScopedRecordset rec(dbDov, PricesOfItem(lngAccountItemNumber) +

@@ -24,6 +24,9 @@ struct PriceHistory {
 std::string InvestmentItemsText();
 // The investment accounts, in no order of their own.
 std::string InvestmentAccountsText();
+// The types of investments by number, and the items of one of them by name.
+std::string InvestmentTypesText();
+std::string ItemsOfTypeText(std::int32_t lngAccountItemTypeNumber);
 
 // The price of the last record dated on or before the day, 0 where there is none.
 double PriceOnOrBefore(Database& dbDov, std::int32_t lngAccountItemNumber, Date dtmDate,

@@ -14,8 +14,8 @@ bool HasFlag(Recordset& recAccount, std::int32_t lngAttribute) {
 }
 
 // The worth of one item in all accounts that hold such items.
-void AddItem(Database& dbDov, Recordset& recAccount, std::int32_t item, std::int32_t mask,
-             double dblPrice, Currency& curTotal) {
+void AddWorthOfItem(Database& dbDov, Recordset& recAccount, std::int32_t item, std::int32_t mask,
+                    double dblPrice, Currency& curTotal) {
   ForEachRow(recAccount, [&](Recordset& rec) {
     if (!HasFlag(rec, mask)) {
       return;
@@ -68,7 +68,7 @@ Currency TotalValueOfItemType(Database& dbDov, std::int32_t lngAccountItemTypeNu
       "SELECT * FROM AccountItem WHERE AccountItemTypeNumber=" + Str(lngAccountItemTypeNumber),
       [&](Recordset& rec) {
         const std::int32_t item = LongField(rec, "AccountItemNumber");
-        AddItem(dbDov, *recAccount, item, mask, prices.Of(item), curTotal);
+        AddWorthOfItem(dbDov, *recAccount, item, mask, prices.Of(item), curTotal);
       });
   return curTotal;
 }

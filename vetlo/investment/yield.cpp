@@ -159,22 +159,18 @@ void ListItemsOfAccount(Database& dbDov, std::int32_t account, const std::string
 
 void ListItemsOfType(Database& dbDov, std::int32_t type, const std::string& head,
                      LatestPrices& prices, Amounts& amounts, Section& section) {
-  ForEachRowOf(
-      dbDov,
-      "SELECT * FROM AccountItem WHERE AccountItemTypeNumber=" + Str(type) +
-          " ORDER BY AccountItemName",
-      [&](Recordset& rec) {
-        const std::int32_t item = LongField(rec, "AccountItemNumber");
-        const Holding holding = HeldInAllAccounts(dbDov, item);
-        const double dblPrice = prices.Of(item);
-        Keep(amounts.curReturn, [&] { return SumOfItem(dbDov, kReturn, item); });
-        Keep(amounts.curCost, [&] { return SumOfItem(dbDov, kCost, item); });
-        if (amounts.curReturn == Currency{} && !holding.blnHeld && amounts.curCost == Currency{}) {
-          return;
-        }
-        amounts.curValue = CCur(holding.dblQuantity * dblPrice);
-        section.AddItem(head, TextField(rec, "AccountItemName"), amounts);
-      });
+  ForEachRowOf(dbDov, ItemsOfTypeText(type), [&](Recordset& rec) {
+    const std::int32_t item = LongField(rec, "AccountItemNumber");
+    const Holding holding = HeldInAllAccounts(dbDov, item);
+    const double dblPrice = prices.Of(item);
+    Keep(amounts.curReturn, [&] { return SumOfItem(dbDov, kReturn, item); });
+    Keep(amounts.curCost, [&] { return SumOfItem(dbDov, kCost, item); });
+    if (amounts.curReturn == Currency{} && !holding.blnHeld && amounts.curCost == Currency{}) {
+      return;
+    }
+    amounts.curValue = CCur(holding.dblQuantity * dblPrice);
+    section.AddItem(head, TextField(rec, "AccountItemName"), amounts);
+  });
 }
 
 }  // namespace
@@ -240,22 +236,19 @@ void YieldByType(Database& dbDov, Yields& yields, ChartOrReport lngChartOrReport
   LatestPrices prices(dbDov);
   StartWith(yields, AmountsOfAll(dbDov));
   Amounts item_amounts;
-  ForEachRowOf(
-      dbDov,
-      "SELECT * FROM AccountItemType WHERE BasicAccountType= 2 ORDER BY AccountItemTypeNumber",
-      [&](Recordset& rec) {
-        const std::int32_t type = LongField(rec, "AccountItemTypeNumber");
-        const std::string head = TextField(rec, "AccountItemTypeName") + " Investment";
-        Amounts amounts;
-        amounts.curValue = TotalValueOfItemType(dbDov, type);
-        amounts.curReturn = SumOfItemType(dbDov, kReturn, type);
-        amounts.curCost = SumOfItemType(dbDov, kCost, type);
-        Section section(yields, for_report, locale);
-        if (for_report) {
-          ListItemsOfType(dbDov, type, head, prices, item_amounts, section);
-        }
-        section.Finish(head, head + " Yield", amounts);
-      });
+  ForEachRowOf(dbDov, InvestmentTypesText(), [&](Recordset& rec) {
+    const std::int32_t type = LongField(rec, "AccountItemTypeNumber");
+    const std::string head = TextField(rec, "AccountItemTypeName") + " Investment";
+    Amounts amounts;
+    amounts.curValue = TotalValueOfItemType(dbDov, type);
+    amounts.curReturn = SumOfItemType(dbDov, kReturn, type);
+    amounts.curCost = SumOfItemType(dbDov, kCost, type);
+    Section section(yields, for_report, locale);
+    if (for_report) {
+      ListItemsOfType(dbDov, type, head, prices, item_amounts, section);
+    }
+    section.Finish(head, head + " Yield", amounts);
+  });
   Close(yields, for_report);
 }
 

@@ -15,8 +15,8 @@
 #include "quillmarsh/cli/sample_command.h"
 #include "quillmarsh/terminal/terminal_platform.h"
 #include "vetlo/frame/tamo.h"
-#include "vetlo/output/chart_model.h"
-#include "vetlo/output/document.h"
+#include "vetlo/host/chart_model.h"
+#include "vetlo/host/document.h"
 #include "vetlo/services/common_services.h"
 #include "vetlo/store/sqlite/sqlite_store.h"
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "vetlo/output/recording.h"
+#include "vetlo/host/recording.h"
 
 namespace quillmarsh {
 

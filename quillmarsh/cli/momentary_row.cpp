@@ -30,5 +30,6 @@ void MomentaryRow::AddNew() { RaiseNotHere(); }
 void MomentaryRow::Edit() { RaiseNotHere(); }
 void MomentaryRow::SetField(std::string_view, const vetlo::Variant&) { RaiseNotHere(); }
 void MomentaryRow::Update() { RaiseNotHere(); }
+void MomentaryRow::Delete() { RaiseNotHere(); }
 
 }  // namespace quillmarsh

@@ -35,6 +35,7 @@ class MomentaryRow : public vetlo::Recordset {
   void Edit() override;
   void SetField(std::string_view strName, const vetlo::Variant& value) override;
   void Update() override;
+  void Delete() override;
 
  private:
   std::map<std::string, vetlo::Variant> fields_;

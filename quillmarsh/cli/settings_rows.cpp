@@ -5,9 +5,9 @@
 #include "quillmarsh/cli/arguments.h"
 #include "quillmarsh/cli/user_error.h"
 #include "quillmarsh/terminal/safe_text.h"
-#include "vetlo/output/date_range_caption.h"
 #include "vetlo/platform/display.h"
 #include "vetlo/services/common_services.h"
+#include "vetlo/services/date_range_caption.h"
 #include "vetlo/store/model.h"
 
 namespace quillmarsh {
@@ -22,17 +22,12 @@ std::int32_t LongOr(Recordset& rec, std::string_view field, std::int32_t otherwi
   return vetlo::IsNull(value) ? otherwise : vetlo::ToLong(value);
 }
 
-std::string TextOrNone(Recordset& rec, std::string_view field) {
-  const Variant value = rec.Fields(field);
-  return vetlo::IsNull(value) ? "" : vetlo::ToText(value);
-}
-
 SettingsRowFacts ReadRow(Recordset& rec) {
   SettingsRowFacts row;
   row.number = vetlo::LongField(rec, "ChartReportSubTypeNumber");
-  row.name = TextOrNone(rec, "ChartReportSubTypeName");
+  row.name = vetlo::TextFieldOrEmpty(rec, "ChartReportSubTypeName");
   if (row.name.empty()) {
-    row.name = TextOrNone(rec, "Title");
+    row.name = vetlo::TextFieldOrEmpty(rec, "Title");
   }
   row.group = LongOr(rec, "ChartReportType", 0);
   row.report_number = LongOr(rec, "ChartReportSubTypeAttr", 0);

@@ -16,8 +16,8 @@
 #include "quillmarsh/terminal/terminal_size.h"
 #include "quillmarsh/terminal/text_width.h"
 #include "vetlo/frame/tamo.h"
-#include "vetlo/output/chart_model.h"
-#include "vetlo/output/document.h"
+#include "vetlo/host/chart_model.h"
+#include "vetlo/host/document.h"
 #include "vetlo/platform/failure.h"
 #include "vetlo/services/common_services.h"
 

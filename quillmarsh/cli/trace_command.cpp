@@ -10,7 +10,7 @@
 #include "quillmarsh/terminal/locale.h"
 #include "quillmarsh/terminal/terminal_platform.h"
 #include "vetlo/frame/tamo.h"
-#include "vetlo/output/recording.h"
+#include "vetlo/host/recording.h"
 #include "vetlo/platform/failure.h"
 
 namespace quillmarsh {

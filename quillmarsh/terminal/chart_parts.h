@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "vetlo/output/chart_model.h"
+#include "vetlo/host/chart_model.h"
 #include "vetlo/platform/format.h"
 
 namespace quillmarsh {

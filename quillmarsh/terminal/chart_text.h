@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <string>
 
-#include "vetlo/output/chart_model.h"
+#include "vetlo/host/chart_model.h"
 #include "vetlo/platform/format.h"
 
 namespace quillmarsh {

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <string>
 
-#include "vetlo/output/document.h"
+#include "vetlo/host/document.h"
 
 namespace quillmarsh {
 

@@ -9,7 +9,7 @@
 #include "quillmarsh/terminal/terminal_platform.h"
 #include "tests/output/measured_platform.h"
 #include "tests/support/raises.h"
-#include "vetlo/output/recording.h"
+#include "vetlo/host/recording.h"
 
 namespace vetlo {
 namespace {

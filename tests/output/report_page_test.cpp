@@ -8,7 +8,7 @@
 #include "quillmarsh/cli/event_text.h"
 #include "quillmarsh/terminal/terminal_platform.h"
 #include "tests/output/measured_platform.h"
-#include "vetlo/output/recording.h"
+#include "vetlo/host/recording.h"
 
 namespace vetlo {
 namespace {

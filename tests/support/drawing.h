@@ -8,7 +8,7 @@
 #include "quillmarsh/terminal/terminal_platform.h"
 #include "tests/support/small_store.h"
 #include "vetlo/frame/tamo.h"
-#include "vetlo/output/recording.h"
+#include "vetlo/host/recording.h"
 
 namespace vetlo::testing {
 

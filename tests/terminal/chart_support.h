@@ -9,7 +9,7 @@
 
 #include "quillmarsh/terminal/chart_text.h"
 #include "quillmarsh/terminal/text_width.h"
-#include "vetlo/output/chart_model.h"
+#include "vetlo/host/chart_model.h"
 
 namespace quillmarsh {
 

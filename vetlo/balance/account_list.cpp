@@ -4,14 +4,6 @@
 #include "vetlo/store/model.h"
 
 namespace vetlo {
-namespace {
-
-std::string TextOrNothing(Recordset& rec, std::string_view column) {
-  const Variant value = rec.Fields(column);
-  return IsNull(value) ? "" : ToText(value);
-}
-
-}  // namespace
 
 void AccountListRows(Database& dbDov, GrowingArray<AccountRow>& rows, const NumberLocale& locale) {
   rows.Start();
@@ -21,8 +13,8 @@ void AccountListRows(Database& dbDov, GrowingArray<AccountRow>& rows, const Numb
                  const Currency curBalance = CurrencyField(rec, "Balance");
                  const bool positive = type.Has(AccountAttrPositiveBalance);
                  rows.Add({TextField(rec, "AccountName"), std::string(type.name),
-                           TextOrNothing(rec, "BankName"), TextOrNothing(rec, "AccountNames"),
-                           TextOrNothing(rec, "Accounts"),
+                           TextFieldOrEmpty(rec, "BankName"), TextFieldOrEmpty(rec, "AccountNames"),
+                           TextFieldOrEmpty(rec, "Accounts"),
                            Format(positive ? curBalance : -curBalance, kAmountPicture, locale)});
                });
   rows.Close();

@@ -1,6 +1,6 @@
 #include "vetlo/frame/report_call.h"
 
-#include "vetlo/output/date_range_caption.h"
+#include "vetlo/services/date_range_caption.h"
 
 namespace vetlo {
 namespace {

@@ -1,24 +1,23 @@
 #include "vetlo/frame/tamo.h"
 
+#include <array>
+
 #include "vetlo/balance/totals.h"
 #include "vetlo/budget/budget_amounts.h"
 #include "vetlo/cashflow/category_totals.h"
 #include "vetlo/cashflow/period_totals.h"
+#include "vetlo/dialogs/add_to_favorites.h"
+#include "vetlo/dialogs/customize.h"
 #include "vetlo/frame/busy_pointer.h"
 #include "vetlo/frame/catalogue.h"
-#include "vetlo/frame/date_range.h"
 #include "vetlo/frame/report_call.h"
 #include "vetlo/output/chart_writer.h"
+#include "vetlo/platform/text.h"
 #include "vetlo/services/common_services.h"
+#include "vetlo/services/date_range.h"
 
 namespace vetlo {
 namespace {
-
-bool SeekRow(Recordset& recChartReportSubType, std::int32_t lngChartReportSubTypeNumber) {
-  recChartReportSubType.SetIndex(kPrimaryIndex);
-  recChartReportSubType.Seek("=", lngChartReportSubTypeNumber);
-  return !recChartReportSubType.NoMatch();
-}
 
 // Every field is needed: one that is Null fails.
 SettingsRow ReadRow(Recordset& rec) {
@@ -42,6 +41,26 @@ DisplayObject* TargetOf(const SettingsRow& row, ChartObject* objChart, ReportObj
       return objReport;
   }
   return nullptr;
+}
+
+// A Null differs from nothing.
+bool Differs(const Variant& stored, const Variant& usual) {
+  return !IsNull(stored) && stored != usual;
+}
+
+bool DiffersFrom(const ReportDefaults& usual, Recordset& rec) {
+  const std::array<std::pair<std::string_view, Variant>, 5> fields = {{
+      {"ChartOrReportType", static_cast<std::int32_t>(usual.output)},
+      {"ChartType", usual.chart_type},
+      {"Legend", usual.legend},
+      {"DateRangeType", static_cast<std::int32_t>(usual.range)},
+      {"Title", std::string(usual.title)},
+  }};
+  bool differs = false;
+  for (const auto& [field, value] : fields) {
+    differs = Differs(rec.Fields(field), value) || differs;
+  }
+  return differs;
 }
 
 // ---- the totals of categories
@@ -85,13 +104,68 @@ Currency AskForTotal(CategoryTotal operation, Database& dbDov, const FlowOfAPeri
 
 }  // namespace
 
+bool clsTamo::AddToFavorites(Database& dbDov, Recordset& recChartReportSubType,
+                             std::int32_t lngChartReportSubTypeNumber,
+                             std::string_view strDefaultName, const Variant& varParameter1,
+                             const Variant& varParameter2) {
+  frmAddToFavorites form(platform_);
+  form.lngChartReportSubTypeNumber = lngChartReportSubTypeNumber;
+  form.recChartReportSubType = &recChartReportSubType;
+  form.strDefaultName = strDefaultName;
+  form.dbDov = &dbDov;
+  form.varParameter1 = varParameter1;
+  form.varParameter2 = varParameter2;
+  form.ShowModal(platform_.GetScreen());
+  return !form.blnCancelled();
+}
+
+bool clsTamo::ChartReportHasBeenCustomized(Recordset& recChartReportSubType,
+                                           std::int32_t lngChartReportSubTypeNumber) {
+  if (!SeekSettingsRow(recChartReportSubType, lngChartReportSubTypeNumber)) {
+    return false;
+  }
+  const ReportDefaults* const usual =
+      Services().ChartReportSetting(LongField(recChartReportSubType, "ChartReportSubTypeAttr"));
+  if (usual == nullptr) {
+    return false;
+  }
+  if (DiffersFrom(*usual, recChartReportSubType)) {
+    return true;
+  }
+  const Variant type = recChartReportSubType.Fields("DateRangeType");
+  const DateRangeFacts* const range =
+      IsNull(type) ? nullptr : Services().DateRangeInfo(ToLong(type));
+  return range != nullptr && range->takes_number &&
+         Differs(recChartReportSubType.Fields("DateRangeExtInfo"), usual->RangeNumber());
+}
+
+bool clsTamo::CustomizeChartReport(Database& dbDov, Recordset& recChartReportSubType,
+                                   std::int32_t lngChartReportSubTypeNumber, ChartObject* objChart,
+                                   ReportObject* objReport, const Variant& varParameter1,
+                                   const Variant& varParameter2) {
+  frmCustomize form(platform_);
+  form.lngChartReportSubTypeNumber = lngChartReportSubTypeNumber;
+  form.recChartReportSubType = &recChartReportSubType;
+  form.dbDov = &dbDov;
+  form.ShowModal(platform_.GetScreen());
+  if (form.blnSaved()) {
+    ShowChartReport(dbDov, recChartReportSubType, lngChartReportSubTypeNumber, objChart, objReport,
+                    varParameter1, varParameter2);
+  }
+  return form.blnSaved();
+}
+
+Variant clsTamo::LenByte(std::string_view str) {
+  return static_cast<std::int32_t>(CharacterCount(str));
+}
+
 bool clsTamo::ShowChartReport(Database& dbDov, Recordset& recChartReportSubType,
                               std::int32_t lngChartReportSubTypeNumber, ChartObject* objChart,
                               ReportObject* objReport, const Variant& varParameter1,
                               const Variant& varParameter2) {
   const Date dtmToday = DayOf(platform_.Now());
   const Snapshot snapshot(dbDov);
-  if (!SeekRow(recChartReportSubType, lngChartReportSubTypeNumber)) {
+  if (!SeekSettingsRow(recChartReportSubType, lngChartReportSubTypeNumber)) {
     return false;
   }
   SettingsRow row = ReadRow(recChartReportSubType);

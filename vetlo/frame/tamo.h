@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <span>
+#include <string_view>
 
 #include "vetlo/output/tamo_form.h"
 #include "vetlo/platform/display.h"
@@ -18,6 +19,29 @@ class clsTamo {
  public:
   // The platform must outlive the component.
   explicit clsTamo(Platform& platform) : platform_(platform) {}
+
+  // Lets the user save the settings of this row as a favourite, under a name that the dialog starts
+  // with. The parameters go into the favourite. True where one was saved.
+  bool AddToFavorites(Database& dbDov, Recordset& recChartReportSubType,
+                      std::int32_t lngChartReportSubTypeNumber,
+                      std::string_view strDefaultName = "", const Variant& varParameter1 = Empty{},
+                      const Variant& varParameter2 = Empty{});
+
+  // Whether the row of this number differs from the defaults of its report number, which a reset
+  // would bring back. False where there is no such row.
+  bool ChartReportHasBeenCustomized(Recordset& recChartReportSubType,
+                                    std::int32_t lngChartReportSubTypeNumber);
+
+  // Lets the user change the row of this number. True where the row was written; it is then drawn,
+  // as ShowChartReport draws it.
+  bool CustomizeChartReport(Database& dbDov, Recordset& recChartReportSubType,
+                            std::int32_t lngChartReportSubTypeNumber,
+                            ChartObject* objChart = nullptr, ReportObject* objReport = nullptr,
+                            const Variant& varParameter1 = Empty{},
+                            const Variant& varParameter2 = Empty{});
+
+  // How many characters a text has, as a Long. It counts no bytes, whatever its name says.
+  Variant LenByte(std::string_view str);
 
   // Draws the settings row of this number into the chart or into the report, whichever the row
   // asks for, and hides the other. Either may be null; where the one asked for is, or where there

@@ -4,7 +4,9 @@
 
 #include "vetlo/platform/date.h"
 #include "vetlo/platform/display.h"
+#include "vetlo/platform/failure.h"
 #include "vetlo/platform/format.h"
+#include "vetlo/platform/screen.h"
 
 namespace vetlo {
 
@@ -22,6 +24,8 @@ class Platform {
   // A measuring surface in the default font.
   virtual std::unique_ptr<PictureBox> NewPictureBox() = 0;
   virtual const NumberLocale& Locale() = 0;
+  // Where dialogs show. A host that never asks for one needs none: this fails with kObjectNotSet.
+  virtual Screen& GetScreen() { throw Failure(FailureNumber::kObjectNotSet, "there is no screen"); }
 };
 
 }  // namespace vetlo

@@ -85,6 +85,10 @@ class CommonServices {
                               std::int32_t& lngChartReportSubTypeNumber,
                               const SettingsChange& change) const;
 
+  // Takes a settings row away. Fails with kNoCurrentRecord where there is none of that number.
+  void DeleteChartReportSubType(Database& dbDov, Recordset& recChartReportSubType,
+                                std::int32_t lngChartReportSubTypeNumber) const;
+
   // The balance at the end of a day, in the sign of net worth: what is owed is negative. An
   // account that there is not fails with kNoCurrentRecord.
   [[nodiscard]] Currency AccountBalanceOnDate(Database& dbDov, std::int32_t lngAccountNumber,

@@ -112,4 +112,13 @@ void CommonServices::SaveChartReportSubType(SaveMode lngMode, Database& dbDov,
   lngChartReportSubTypeNumber = number;
 }
 
+void CommonServices::DeleteChartReportSubType(Database& dbDov, Recordset& recChartReportSubType,
+                                              std::int32_t lngChartReportSubTypeNumber) const {
+  Transaction transaction(dbDov);
+  recChartReportSubType.SetIndex(kPrimaryIndex);
+  recChartReportSubType.Seek("=", lngChartReportSubTypeNumber);
+  recChartReportSubType.Delete();
+  transaction.Commit();
+}
+
 }  // namespace vetlo

@@ -24,6 +24,11 @@ std::string TextField(Recordset& rec, std::string_view strName) {
   return ToText(rec.Fields(strName));
 }
 
+std::string TextFieldOrEmpty(Recordset& rec, std::string_view strName) {
+  const Variant value = rec.Fields(strName);
+  return IsNull(value) ? "" : ToText(value);
+}
+
 void ForEachRow(Recordset& rec, const std::function<void(Recordset&)>& visit) {
   if (rec.Bof() && rec.Eof()) {
     return;

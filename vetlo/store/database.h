@@ -57,6 +57,8 @@ class Recordset {
   virtual void Edit() = 0;
   virtual void SetField(std::string_view strName, const Variant& value) = 0;
   virtual void Update() = 0;
+  // Takes the current row out of the table at once; there is no current row then. Where Update may.
+  virtual void Delete() = 0;
 
   void Seek(std::string_view strComparison, const Variant& key) {
     SeekKey(strComparison, std::span(&key, 1));
@@ -137,6 +139,8 @@ Currency CurrencyField(Recordset& rec, std::string_view strName);
 Date DateField(Recordset& rec, std::string_view strName);
 double DoubleField(Recordset& rec, std::string_view strName);
 std::string TextField(Recordset& rec, std::string_view strName);
+// A Null is an empty text.
+std::string TextFieldOrEmpty(Recordset& rec, std::string_view strName);
 
 // Walks from the first row to the last.
 void ForEachRow(Recordset& rec, const std::function<void(Recordset&)>& visit);

@@ -34,6 +34,7 @@ class ForwardingRecordset : public Recordset {
     Rows().SetField(strName, value);
   }
   void Update() override { Rows().Update(); }
+  void Delete() override { Rows().Delete(); }
 
  protected:
   // Asked for by every operation but those that a class beneath has taken over.

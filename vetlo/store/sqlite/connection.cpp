@@ -106,6 +106,7 @@ bool IsAllowed(int action, const char* first, const char* second, bool writable)
       return second != nullptr && std::ranges::find(kFunctions, second) != kFunctions.end();
     case SQLITE_INSERT:
     case SQLITE_UPDATE:
+    case SQLITE_DELETE:
       return writable && first != nullptr && EqualsIgnoringCase(first, "ChartReportSubType");
     default:
       return false;

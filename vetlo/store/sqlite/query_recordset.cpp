@@ -22,6 +22,7 @@ void QueryRecordset::AddNew() { NotForTexts(); }
 void QueryRecordset::Edit() { NotForTexts(); }
 void QueryRecordset::SetField(std::string_view, const Variant&) { NotForTexts(); }
 void QueryRecordset::Update() { NotForTexts(); }
+void QueryRecordset::Delete() { NotForTexts(); }
 
 void QueryRecordset::NotForTexts() {
   Rows();

@@ -33,6 +33,7 @@ class QueryRecordset : public Recordset {
   void Edit() override;
   void SetField(std::string_view strName, const Variant& value) override;
   void Update() override;
+  void Delete() override;
 
  private:
   Cursor& Rows();

@@ -169,6 +169,25 @@ void TableRecordset::Update() {
   }
 }
 
+void TableRecordset::Delete() {
+  const std::int64_t row = CurrentRowId();
+  Require(database_->SnapshotNumber() == 0);
+  Statement statement(database_->connection().handle(),
+                      "DELETE FROM " + std::string(table_.name) + " WHERE rowid = ?");
+  statement.Bind(1, row);
+  statement.Step();
+  change_ = Change::kNone;
+  StandNowhere();
+}
+
+void TableRecordset::StandNowhere() {
+  known_.clear();
+  sought_ = &single_;
+  single_ = SoughtRow{};
+  walk_.reset();
+  position_ = Position::kNowhere;
+}
+
 // On a row whose values are all to be read anew.
 void TableRecordset::StandOnRow(std::int64_t rowid) {
   known_.clear();

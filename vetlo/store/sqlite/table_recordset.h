@@ -39,6 +39,7 @@ class TableRecordset : public Recordset {
   void Edit() override;
   void SetField(std::string_view strName, const Variant& value) override;
   void Update() override;
+  void Delete() override;
 
  private:
   enum class Position { kWalking, kOnSoughtRow, kNowhere };
@@ -53,6 +54,7 @@ class TableRecordset : public Recordset {
   // where there is none.
   bool StandOnKnown(std::int64_t key);
   void StandOnRow(std::int64_t rowid);
+  void StandNowhere();
   // Takes up the walk at the sought row.
   void WalkToSoughtRow();
   Variant SoughtValue(std::size_t column);

@@ -1,4 +1,4 @@
-#include "vetlo/output/recording.h"
+#include "vetlo/host/recording.h"
 
 namespace vetlo {
 

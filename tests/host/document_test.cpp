@@ -1,4 +1,4 @@
-#include "vetlo/output/document.h"
+#include "vetlo/host/document.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

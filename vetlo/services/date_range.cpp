@@ -1,4 +1,4 @@
-#include "vetlo/frame/date_range.h"
+#include "vetlo/services/date_range.h"
 
 #include "vetlo/services/catalogue_of_defaults.h"
 #include "vetlo/services/common_services.h"
@@ -15,8 +15,8 @@ Date StoredDateOr(Date open_end, Recordset& rec, std::string_view field) {
 
 }  // namespace
 
-ResolvedRange ResolveDateRange(std::int32_t lngDateRangeType, std::int32_t lngDateRangeExtInfo,
-                               Date dtmToday, Recordset& recChartReportSubType) {
+ResolvedRange ComputedDateRange(std::int32_t lngDateRangeType, std::int32_t lngDateRangeExtInfo,
+                                Date dtmToday) {
   const Date earliest = Services().EarliestDate();
   const Date latest = Services().LatestDate();
   const auto [y, m, d] = CalendarDayOf(dtmToday);
@@ -29,6 +29,8 @@ ResolvedRange ResolveDateRange(std::int32_t lngDateRangeType, std::int32_t lngDa
   };
   switch (static_cast<DateRange>(lngDateRangeType)) {
     case DateRange::kAllDates:
+    case DateRange::kUpToADate:
+    case DateRange::kCustomDates:
       break;
     case DateRange::kUpToToday:
       return {earliest, dtmToday};
@@ -52,17 +54,25 @@ ResolvedRange ResolveDateRange(std::int32_t lngDateRangeType, std::int32_t lngDa
       return last_months(6);
     case DateRange::kLast12Months:
       return last_months(12);
-    case DateRange::kUpToADate:
-      return {earliest, StoredDateOr(latest, recChartReportSubType, "ToDate")};
     case DateRange::kLastNDays:
       return last_days(n);
     case DateRange::kLastNMonths:
       return last_months(n);
-    case DateRange::kCustomDates:
-      return {StoredDateOr(earliest, recChartReportSubType, "FromDate"),
-              StoredDateOr(latest, recChartReportSubType, "ToDate")};
   }
   return {earliest, latest};
+}
+
+ResolvedRange ResolveDateRange(std::int32_t lngDateRangeType, std::int32_t lngDateRangeExtInfo,
+                               Date dtmToday, Recordset& recChartReportSubType) {
+  ResolvedRange range = ComputedDateRange(lngDateRangeType, lngDateRangeExtInfo, dtmToday);
+  const DateRangeFacts* const facts = Services().DateRangeInfo(lngDateRangeType);
+  if (facts != nullptr && facts->start_editable) {
+    range.dtmFromDate = StoredDateOr(range.dtmFromDate, recChartReportSubType, "FromDate");
+  }
+  if (facts != nullptr && facts->end_editable) {
+    range.dtmToDate = StoredDateOr(range.dtmToDate, recChartReportSubType, "ToDate");
+  }
+  return range;
 }
 
 }  // namespace vetlo

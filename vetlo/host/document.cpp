@@ -1,4 +1,4 @@
-#include "vetlo/output/document.h"
+#include "vetlo/host/document.h"
 
 #include "vetlo/platform/failure.h"
 

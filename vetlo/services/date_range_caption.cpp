@@ -1,4 +1,4 @@
-#include "vetlo/output/date_range_caption.h"
+#include "vetlo/services/date_range_caption.h"
 
 #include "vetlo/services/common_services.h"
 

@@ -1,4 +1,4 @@
-#include "vetlo/output/chart_model.h"
+#include "vetlo/host/chart_model.h"
 
 #include "vetlo/platform/failure.h"
 

@@ -7,8 +7,8 @@
 #include <variant>
 #include <vector>
 
-#include "vetlo/output/chart_model.h"
-#include "vetlo/output/document.h"
+#include "vetlo/host/chart_model.h"
+#include "vetlo/host/document.h"
 
 namespace vetlo {
 

@@ -1,4 +1,4 @@
-#include "vetlo/frame/date_range.h"
+#include "vetlo/services/date_range.h"
 
 #include <gtest/gtest.h>
 

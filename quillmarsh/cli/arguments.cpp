@@ -1,8 +1,11 @@
 #include "quillmarsh/cli/arguments.h"
 
+#include <array>
 #include <charconv>
+#include <utility>
 
 #include "quillmarsh/cli/user_error.h"
+#include "vetlo/platform/display.h"
 #include "vetlo/platform/failure.h"
 #include "vetlo/services/common_services.h"
 
@@ -64,6 +67,17 @@ vetlo::DateRange RangeArgument(const std::string& text) {
     }
   }
   throw UserError("--range takes 0 to 15 or one of " + RangeNames() + ", not '" + text + "'");
+}
+
+std::int32_t ChartKindArgument(const std::string& kind) {
+  constexpr std::array<std::pair<std::string_view, std::int32_t>, 3> kKinds = {
+      {{"line", vetlo::kLineChart}, {"bar", vetlo::kBarChart}, {"pie", vetlo::kPieChart}}};
+  for (const auto& [name, number] : kKinds) {
+    if (name == kind) {
+      return number;
+    }
+  }
+  throw UserError("--kind takes line, bar or pie, not '" + kind + "'");
 }
 
 std::optional<std::int32_t> WholeNumber(const std::string& text) {

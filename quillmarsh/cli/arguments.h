@@ -29,6 +29,9 @@ vetlo::Variant ParameterArgument(const std::optional<std::string>& text);
 // A date range by its number, or by its name without regard to case, blanks and hyphens.
 vetlo::DateRange RangeArgument(const std::string& text);
 
+// "line", "bar" or "pie", as ChartType stores it.
+std::int32_t ChartKindArgument(const std::string& kind);
+
 // The whole number that a text is, or none.
 std::optional<std::int32_t> WholeNumber(const std::string& text);
 

@@ -5,12 +5,15 @@
 #include <ostream>
 #include <sstream>
 
+#include "quillmarsh/cli/component_commands.h"
+#include "quillmarsh/cli/dialog_commands.h"
 #include "quillmarsh/cli/figure_command.h"
 #include "quillmarsh/cli/list_command.h"
 #include "quillmarsh/cli/sample_command.h"
 #include "quillmarsh/cli/show_command.h"
 #include "quillmarsh/cli/trace_command.h"
 #include "quillmarsh/cli/user_error.h"
+#include "vetlo/host/component.h"
 #include "vetlo/platform/failure.h"
 
 namespace quillmarsh {
@@ -141,6 +144,89 @@ void AddFigure(CLI::App& app, Program& program) {
   });
 }
 
+void AddCustomize(CLI::App& app, Program& program) {
+  auto arguments = std::make_shared<CustomizeArguments>();
+  CLI::App* const command = app.add_subcommand(
+      "customize", "Change how a report of the list is shown, as its dialog does.");
+  command->add_option("FILE", arguments->store, "the store file")->required();
+  command->add_option("ROW", arguments->row, "its number or its name in the list")->required();
+  command->add_option("--as", arguments->as, "report or chart");
+  command->add_option("--kind", arguments->kind, "the kind of chart: line, bar or pie");
+  command->add_option("--legend", arguments->legend, "the chart's legend: on or off");
+  command->add_option("--title", arguments->title, "the title");
+  command->add_option("--range", arguments->range,
+                      "the date range: 0 to 15, or a name such as current-month, previous-year, "
+                      "last-n-months, custom-dates");
+  command->add_option("--n", arguments->n, "how many days or months, for last-n-days and -months");
+  command->add_option("--from", arguments->from,
+                      "the first day, YYYY-MM-DD, for custom-dates; empty for an open start");
+  command->add_option("--to", arguments->to,
+                      "the last day, YYYY-MM-DD, for custom-dates and up-to-a-date; empty for an "
+                      "open end");
+  command->callback([&program, arguments] {
+    program.run = [&program, arguments] { CustomizeCommand(*arguments, program.out); };
+  });
+}
+
+void AddReset(CLI::App& app, Program& program) {
+  auto store = std::make_shared<std::string>();
+  auto row = std::make_shared<std::string>();
+  CLI::App* const command =
+      app.add_subcommand("reset", "Put a report of the list back to its defaults.");
+  command->add_option("FILE", *store, "the store file")->required();
+  command->add_option("ROW", *row, "its number or its name in the list")->required();
+  command->callback([&program, store, row] {
+    program.run = [&program, store, row] { ResetCommand(*store, *row, program.out); };
+  });
+}
+
+void AddFavorite(CLI::App& app, Program& program) {
+  auto arguments = std::make_shared<FavoriteArguments>();
+  CLI::App* const command = app.add_subcommand(
+      "favorite", "Save the settings of a report of the list as a favorite of its own.");
+  command->add_option("FILE", arguments->store, "the store file")->required();
+  command->add_option("ROW", arguments->row, "its number or its name in the list")->required();
+  command->add_option("NAME", arguments->name, "the favorite's name")->required();
+  command->add_flag("--replace", arguments->replace, "replace the favorite of that name");
+  AddParameters(*command, arguments->parameter1, arguments->parameter2);
+  command->callback([&program, arguments] {
+    program.run = [&program, arguments] { FavoriteCommand(*arguments, program.out); };
+  });
+}
+
+void AddUnfavorite(CLI::App& app, Program& program) {
+  auto store = std::make_shared<std::string>();
+  auto name = std::make_shared<std::string>();
+  CLI::App* const command = app.add_subcommand("unfavorite", "Take a favorite off the list.");
+  command->add_option("FILE", *store, "the store file")->required();
+  command->add_option("NAME", *name, "the favorite's name")->required();
+  command->callback([&program, store, name] {
+    program.run = [&program, store, name] { UnfavoriteCommand(*store, *name, program.out); };
+  });
+}
+
+// The commands about the component itself: they take no arguments.
+void AddComponentCommands(CLI::App& app, Program& program) {
+  struct ComponentOperation {
+    const char* name;
+    const char* description;
+    void (*run)(std::ostream& out);
+  };
+  constexpr ComponentOperation kOperations[] = {
+      {"register", "Register the reports component beside this program for your programs.",
+       &RegisterCommand},
+      {"unregister", "Forget the registered component.", &UnregisterCommand},
+      {"component", "Tell which component is loaded, from where, in which version.",
+       &ComponentCommand},
+  };
+  for (const ComponentOperation& operation : kOperations) {
+    app.add_subcommand(operation.name, operation.description)
+        ->callback([&program, run = operation.run] {
+          program.run = [&program, run] { run(program.out); };
+        });
+  }
+}
+
 // The first line of a text: an error is one line.
 std::string OneLine(const std::string& text) { return text.substr(0, text.find('\n')); }
 
@@ -162,6 +248,8 @@ int Run(Program& program) {
     program.out.flush();
     return kExitDone;
   } catch (const UserError& error) {
+    program.err << "quillmarsh: " << OneLine(error.what()) << "\n";
+  } catch (const vetlo::ComponentError& error) {
     program.err << "quillmarsh: " << OneLine(error.what()) << "\n";
   } catch (const vetlo::Failure& failure) {
     program.err << "quillmarsh: the store cannot be used: failure " << failure.number() << " "
@@ -191,8 +279,13 @@ int RunCommandLine(int argc, const char* const* argv, std::ostream& out, std::os
   AddList(app, program);
   AddShow(app, program);
   AddReport(app, program);
-  AddTrace(app, program);
+  AddCustomize(app, program);
+  AddReset(app, program);
+  AddFavorite(app, program);
+  AddUnfavorite(app, program);
   AddFigure(app, program);
+  AddTrace(app, program);
+  AddComponentCommands(app, program);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

@@ -6,25 +6,25 @@
 
 #include "quillmarsh/cli/arguments.h"
 #include "quillmarsh/cli/event_text.h"
+#include "quillmarsh/cli/loaded_component.h"
 #include "quillmarsh/cli/store_file.h"
 #include "quillmarsh/cli/user_error.h"
 #include "quillmarsh/terminal/locale.h"
 #include "quillmarsh/terminal/terminal_platform.h"
-#include "vetlo/frame/tamo.h"
 #include "vetlo/platform/failure.h"
 #include "vetlo/services/common_services.h"
 
 namespace quillmarsh {
 namespace {
 
-using vetlo::clsTamo;
 using vetlo::Currency;
 using vetlo::Database;
 using vetlo::Date;
+using vetlo::Tamo;
 
 // What an operation is asked with.
 struct Question {
-  clsTamo& component;
+  Tamo& component;
   Database* store = nullptr;  // null for the operation that reads none
   Date from = {};
   Date to = {};
@@ -42,9 +42,9 @@ struct Answer {
 
 // ---- the shapes of the operations
 
-using OnAccounts = Currency (clsTamo::*)(Database&, vetlo::Recordset&, Date);
-using OfPeriod = Currency (clsTamo::*)(Database&, Date, Date);
-using OfPart = Currency (clsTamo::*)(Database&, Date, Date, std::int32_t, bool, Date*, Date*);
+using OnAccounts = Currency (Tamo::*)(Database&, vetlo::Recordset&, Date);
+using OfPeriod = Currency (Tamo::*)(Database&, Date, Date);
+using OfPart = Currency (Tamo::*)(Database&, Date, Date, std::int32_t, bool, Date*, Date*);
 
 template <OnAccounts figure>
 Answer OnDate(const Question& question) {
@@ -91,19 +91,19 @@ struct Operation {
 };
 
 constexpr std::array kOperations = {
-    Operation{"TotalAssets", kToAlone, false, OnDate<&clsTamo::TotalAssets>},
-    Operation{"TotalLiabilities", kToAlone, false, OnDate<&clsTamo::TotalLiabilities>},
+    Operation{"TotalAssets", kToAlone, false, OnDate<&Tamo::TotalAssets>},
+    Operation{"TotalLiabilities", kToAlone, false, OnDate<&Tamo::TotalLiabilities>},
     Operation{"TotalCreditCardDebt", kToAlone, false, CreditCardDebt},
-    Operation{"TotalIncome", kFrom, false, Between<&clsTamo::TotalIncome>},
-    Operation{"TotalExpenses", kFrom, false, Between<&clsTamo::TotalExpenses>},
+    Operation{"TotalIncome", kFrom, false, Between<&Tamo::TotalIncome>},
+    Operation{"TotalExpenses", kFrom, false, Between<&Tamo::TotalExpenses>},
     Operation{"TotalIncomeOfCategory", kFrom | kNumber, false,
-              OfCategory<&clsTamo::TotalIncomeOfCategory>},
+              OfCategory<&Tamo::TotalIncomeOfCategory>},
     Operation{"TotalExpensesOfCategory", kFrom | kNumber, false,
-              OfCategory<&clsTamo::TotalExpensesOfCategory>},
+              OfCategory<&Tamo::TotalExpensesOfCategory>},
     Operation{"TotalIncomeOfSubCategory", kFrom | kNumber, true,
-              OfCategory<&clsTamo::TotalIncomeOfSubCategory>},
+              OfCategory<&Tamo::TotalIncomeOfSubCategory>},
     Operation{"TotalExpensesOfSubCategory", kFrom | kNumber, true,
-              OfCategory<&clsTamo::TotalExpensesOfSubCategory>},
+              OfCategory<&Tamo::TotalExpensesOfSubCategory>},
     Operation{"TotalBudgetOfDateRange", kFrom | kAmounts, false, Budget},
 };
 
@@ -204,7 +204,7 @@ void FigureCommand(const FigureArguments& arguments, std::ostream& out) {
   const Operation& operation = OperationNamed(arguments.operation);
   CheckOptions(arguments, operation);
   TerminalPlatform platform(EnvironmentLocale());
-  clsTamo component(platform);
+  Tamo component = LoadComponent().NewTamo(platform);
   Question question{component};
   question.from = DateArgumentOr("--from", arguments.from, vetlo::Services().EarliestDate());
   question.to = DateArgumentOr("--to", arguments.to, vetlo::Services().LatestDate());

@@ -37,6 +37,8 @@ SettingsRowFacts ReadRow(Recordset& rec) {
   row.range_number = LongOr(rec, "DateRangeExtInfo", 1);
   row.from = rec.Fields("FromDate");
   row.to = rec.Fields("ToDate");
+  row.parameter1 = rec.Fields("Parameter1");
+  row.parameter2 = rec.Fields("Parameter2");
   return row;
 }
 
@@ -46,6 +48,26 @@ std::string NumbersOf(const std::vector<SettingsRowFacts>& rows) {
     numbers += (numbers.empty() ? "" : ", ") + std::to_string(row.number);
   }
   return numbers;
+}
+
+// What the subject of a history is, for whoever has not named one.
+std::string_view SubjectOf(std::int32_t report_number) {
+  switch (report_number) {
+    case 25:
+      return "an account: --parameter1 its AccountNumber";
+    case 26:
+      return "an investment account: --parameter1 its AccountNumber";
+    case 27:
+      return "an investment: --parameter1 its AccountItemNumber";
+    case 28:
+      return "a payee: --parameter1 its PayeeNumber";
+    case 29:
+      return "a category: --parameter1 its CategoryNumber, or --parameter2 a SubCategoryNumber";
+    case 30:
+      return "a classification item: --parameter1 its number, or --parameter2 a sub-item's";
+    default:
+      return {};
+  }
 }
 
 vetlo::Date DateOr(const Variant& value, vetlo::Date otherwise) {
@@ -82,6 +104,14 @@ SettingsRowFacts FindSettingsRow(vetlo::Database& store, const std::string& row)
                     "; name one by its number: " + NumbersOf(found));
   }
   return found.front();
+}
+
+void RequireSubject(std::int32_t report_number, bool given) {
+  const std::string_view subject = SubjectOf(report_number);
+  if (!subject.empty() && !given) {
+    throw UserError("report number " + std::to_string(report_number) + " is the history of " +
+                    std::string(subject));
+  }
 }
 
 std::string FormText(const SettingsRowFacts& row) {

@@ -20,6 +20,8 @@ struct SettingsRowFacts {
   std::int32_t range_number = 0;
   vetlo::Variant from;
   vetlo::Variant to;
+  vetlo::Variant parameter1;
+  vetlo::Variant parameter2;
 };
 
 // All rows in the order of their numbers.
@@ -28,6 +30,10 @@ std::vector<SettingsRowFacts> ReadSettingsRows(vetlo::Database& store);
 // The row that a user names by its number or by its name. Fails with a UserError where there is
 // none or more than one.
 SettingsRowFacts FindSettingsRow(vetlo::Database& store, const std::string& row);
+
+// A history needs the number of what it is the history of: fails with a UserError that names the
+// option where it is not given.
+void RequireSubject(std::int32_t report_number, bool given);
 
 // "report", "bar chart", ...
 std::string FormText(const SettingsRowFacts& row);

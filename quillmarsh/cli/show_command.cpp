@@ -1,10 +1,10 @@
 #include "quillmarsh/cli/show_command.h"
 
-#include <array>
 #include <map>
 #include <ostream>
 
 #include "quillmarsh/cli/arguments.h"
+#include "quillmarsh/cli/loaded_component.h"
 #include "quillmarsh/cli/momentary_row.h"
 #include "quillmarsh/cli/settings_rows.h"
 #include "quillmarsh/cli/store_file.h"
@@ -15,7 +15,6 @@
 #include "quillmarsh/terminal/terminal_platform.h"
 #include "quillmarsh/terminal/terminal_size.h"
 #include "quillmarsh/terminal/text_width.h"
-#include "vetlo/frame/tamo.h"
 #include "vetlo/host/chart_model.h"
 #include "vetlo/host/document.h"
 #include "vetlo/platform/failure.h"
@@ -28,43 +27,16 @@ using vetlo::DateRange;
 using vetlo::ReportDefaults;
 using vetlo::Variant;
 
-// What the subject of a history is, for whoever has not named one.
-std::string_view SubjectOf(std::int32_t report_number) {
-  switch (report_number) {
-    case 25:
-      return "an account: --parameter1 its AccountNumber";
-    case 26:
-      return "an investment account: --parameter1 its AccountNumber";
-    case 27:
-      return "an investment: --parameter1 its AccountItemNumber";
-    case 28:
-      return "a payee: --parameter1 its PayeeNumber";
-    case 29:
-      return "a category: --parameter1 its CategoryNumber, or --parameter2 a SubCategoryNumber";
-    case 30:
-      return "a classification item: --parameter1 its number, or --parameter2 a sub-item's";
-    default:
-      return {};
-  }
-}
-
 struct Parameters {
   Variant first;
   Variant second;
+
+  [[nodiscard]] bool Given() const { return !vetlo::IsEmpty(first) || !vetlo::IsEmpty(second); }
 };
 
 Parameters GivenParameters(const std::optional<std::string>& first,
                            const std::optional<std::string>& second) {
   return {ParameterArgument(first), ParameterArgument(second)};
-}
-
-void RequireSubject(std::int32_t report_number, const Parameters& parameters) {
-  const std::string_view subject = SubjectOf(report_number);
-  const bool given = !vetlo::IsEmpty(parameters.first) || !vetlo::IsEmpty(parameters.second);
-  if (!subject.empty() && !given) {
-    throw UserError("report number " + std::to_string(report_number) + " is the history of " +
-                    std::string(subject));
-  }
 }
 
 // Draws one row in the terminal.
@@ -74,7 +46,7 @@ void Draw(vetlo::Database& store, vetlo::Recordset& rows, std::int32_t row,
   const std::size_t columns = TerminalColumns();
   vetlo::ChartModel chart(static_cast<float>(columns) * kTwipsPerCell);
   vetlo::Document report;
-  vetlo::clsTamo component(platform);
+  vetlo::Tamo component = LoadComponent().NewTamo(platform);
   try {
     component.ShowChartReport(store, rows, row, &chart, &report, parameters.first,
                               parameters.second);
@@ -101,17 +73,6 @@ const ReportDefaults& DefaultsOf(const std::string& number) {
     throw UserError("NUMBER is a report number from 1 to 59, not '" + number + "'");
   }
   return *defaults;
-}
-
-std::int32_t KindArgument(const std::string& kind) {
-  constexpr std::array<std::pair<std::string_view, std::int32_t>, 3> kKinds = {
-      {{"line", vetlo::kLineChart}, {"bar", vetlo::kBarChart}, {"pie", vetlo::kPieChart}}};
-  for (const auto& [name, number] : kKinds) {
-    if (name == kind) {
-      return number;
-    }
-  }
-  throw UserError("--kind takes line, bar or pie, not '" + kind + "'");
 }
 
 struct ChosenRange {
@@ -168,7 +129,8 @@ std::map<std::string, Variant> FieldsOf(const ReportArguments& arguments,
       {"Legend", defaults.legend},
       {"ChartOrReportType", static_cast<std::int32_t>(output)},
       {"ChartReportSubTypeAttr", defaults.number},
-      {"ChartType", arguments.kind.empty() ? defaults.chart_type : KindArgument(arguments.kind)},
+      {"ChartType",
+       arguments.kind.empty() ? defaults.chart_type : ChartKindArgument(arguments.kind)},
       {"DateRangeExtInfo", range.number},
       {"DateRangeType", static_cast<std::int32_t>(range.range)},
       {"Title", arguments.title.value_or(std::string(defaults.title))},
@@ -185,7 +147,7 @@ void ShowCommand(const ShowArguments& arguments, std::ostream& out) {
   const auto store = OpenStoreFile(arguments.store, vetlo::StoreAccess::kReadOnly);
   const SettingsRowFacts row = FindSettingsRow(*store, arguments.row);
   if (row.group == vetlo::kCallerParametersGroup) {
-    RequireSubject(row.report_number, parameters);
+    RequireSubject(row.report_number, parameters.Given());
   }
   const auto rows = store->OpenRecordset("ChartReportSubType");
   Draw(*store, *rows, row.number, parameters, arguments.today, out);
@@ -194,7 +156,7 @@ void ShowCommand(const ShowArguments& arguments, std::ostream& out) {
 void ReportCommand(const ReportArguments& arguments, std::ostream& out) {
   const ReportDefaults& defaults = DefaultsOf(arguments.number);
   const Parameters parameters = GivenParameters(arguments.parameter1, arguments.parameter2);
-  RequireSubject(defaults.number, parameters);
+  RequireSubject(defaults.number, parameters.Given());
   MomentaryRow row(FieldsOf(arguments, defaults));
   const auto store = OpenStoreFile(arguments.store, vetlo::StoreAccess::kReadOnly);
   Draw(*store, row, MomentaryRow::kNumber, parameters, arguments.today, out);

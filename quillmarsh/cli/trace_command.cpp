@@ -4,12 +4,12 @@
 
 #include "quillmarsh/cli/arguments.h"
 #include "quillmarsh/cli/event_text.h"
+#include "quillmarsh/cli/loaded_component.h"
 #include "quillmarsh/cli/observed_database.h"
 #include "quillmarsh/cli/store_file.h"
 #include "quillmarsh/cli/user_error.h"
 #include "quillmarsh/terminal/locale.h"
 #include "quillmarsh/terminal/terminal_platform.h"
-#include "vetlo/frame/tamo.h"
 #include "vetlo/host/recording.h"
 #include "vetlo/platform/failure.h"
 
@@ -85,7 +85,7 @@ void TraceCommand(const TraceArguments& arguments, std::ostream& out) {
   vetlo::RecordingChart chart(log, kChartWidth, &frame);
   vetlo::RecordingReport report(log, &frame);
   const auto rows = store->OpenRecordset("ChartReportSubType");
-  vetlo::clsTamo component(platform);
+  vetlo::Tamo component = LoadComponent().NewTamo(platform);
   std::string last = R"({"on":"host","return":false})";
   try {
     component.ShowChartReport(observed, *rows, *row, &chart, &report,

@@ -19,6 +19,9 @@ Rooms ReadRooms(const std::string& list);
 // The longest folder of a room that the path lies in; empty for a path outside of all rooms.
 std::string RoomOf(std::string_view path, const Rooms& rooms);
 
+// The rooms that a room stands on, those beneath them included.
+std::set<std::string> RoomsBeneath(const std::string& room, const Rooms& rooms);
+
 // One line for each #include that crosses a wall, and for each thing in a room's sources that the
 // room has no business with; empty for a file that keeps to its room.
 std::vector<std::string> CrossedWalls(const SourceFile& file, const Rooms& rooms);

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <set>
 #include <utility>
 
 namespace house {
@@ -55,6 +56,22 @@ TEST(IncludeWalls, TheMainFileSeesWhatTheCommandLineSees) {
   EXPECT_THAT(Crossed("quillmarsh/main.cpp", "vetlo/output/page.h"), Not(IsEmpty()));
 }
 
+TEST(IncludeWalls, TheHeaderForHostsSeesWhatAHostLinks) {
+  const Rooms rooms = ReadRooms("vetlo/platform: \nvetlo/frame: \nvetlo/host: vetlo_platform\n");
+  const auto crossed = [&](const std::string& include) {
+    return CrossedWalls({"vetlo/vetlo.h", "#include \"" + include + "\"\n"}, rooms);
+  };
+  EXPECT_THAT(crossed("vetlo/host/tamo.h"), IsEmpty());
+  EXPECT_THAT(crossed("vetlo/platform/platform.h"), IsEmpty());
+  EXPECT_THAT(crossed("vetlo/frame/tamo.h"), Not(IsEmpty()));
+}
+
+TEST(IncludeWalls, RoomsBeneathAreThoseOfTheRoomsBeneathToo) {
+  EXPECT_THAT(RoomsBeneath("vetlo/store/sqlite", kRooms),
+              ElementsAre("vetlo/platform", "vetlo/store"));
+  EXPECT_THAT(RoomsBeneath("vetlo/platform", kRooms), IsEmpty());
+}
+
 TEST(IncludeWalls, APathThatLeadsOutOfItsFolderIsRefused) {
   EXPECT_THAT(Crossed("vetlo/store/model.cpp", "../platform/date.h"), Not(IsEmpty()));
 }
@@ -90,6 +107,14 @@ TEST(ForbiddenUses, TheComponentNamesNoClockAndNoEnvironment) {
       ElementsAre("vetlo/frame/now.cpp uses system_clock", "vetlo/frame/now.cpp uses getenv"));
 }
 
+TEST(ForbiddenUses, TheRegistryAndWhatAHostLinksHaveSurroundings) {
+  const std::string text = "#include <filesystem>\nstd::getenv(\"HOME\");\n";
+  EXPECT_THAT(ForbiddenUses({"vetlo/registry/files.cpp", text}), IsEmpty());
+  EXPECT_THAT(ForbiddenUses({"vetlo/host/files.cpp", text}), IsEmpty());
+  EXPECT_THAT(ForbiddenUses({"vetlo/library/files.cpp", text}), testing::SizeIs(2));
+  EXPECT_THAT(ForbiddenUses({"vetlo/host/files.cpp", "#include <sqlite3.h>\n"}), Not(IsEmpty()));
+}
+
 TEST(ForbiddenUses, ACommentMaySpeakOfThem) {
   EXPECT_THAT(ForbiddenUses({"vetlo/frame/now.cpp", "int x;  // no getenv here\n"}), IsEmpty());
 }
@@ -119,6 +144,23 @@ TEST(House, EveryRoomLinksRoomsAlone) {
   for (const auto& [folder, links] : ReadRooms(ReadText(BUILD_DIR "/rooms.txt"))) {
     EXPECT_FALSE(links.contains("")) << folder << " links a target that is no room";
   }
+}
+
+// The component's own rooms: those of its library that nobody else stands on.
+TEST(House, NoHostLinksTheComponent) {
+  const Rooms rooms = ReadRooms(ReadText(BUILD_DIR "/rooms.txt"));
+  std::set<std::string> shared = RoomsBeneath("vetlo/host", rooms);
+  shared.merge(std::set<std::string>{"vetlo/host", "vetlo/services"});
+  for (const auto& [folder, links] : rooms) {
+    if (!folder.starts_with("quillmarsh/")) {
+      continue;
+    }
+    for (const std::string& beneath : RoomsBeneath(folder, rooms)) {
+      EXPECT_TRUE(beneath.starts_with("quillmarsh/") || shared.contains(beneath))
+          << folder << " stands on " << beneath;
+    }
+  }
+  EXPECT_FALSE(shared.contains("vetlo/frame"));
 }
 
 TEST(House, TheComponentReachesForNothingOutside) {

@@ -85,7 +85,7 @@ std::vector<std::string> NeededLibraries(const std::string& dynamic_section) {
   return libraries;
 }
 
-std::vector<std::string> UndefinedSymbols(const std::string& symbol_list) {
+std::vector<std::string> SymbolNames(const std::string& symbol_list) {
   std::vector<std::string> symbols;
   for (const std::string& line : Lines(symbol_list)) {
     const std::string name = line.substr(line.find_last_of(' ') + 1);

@@ -8,8 +8,8 @@ namespace house {
 // What a shared library asks of its surroundings, from the text that `readelf -d` writes of it.
 std::vector<std::string> NeededLibraries(const std::string& dynamic_section);
 
-// The names without their versions, from the text that `nm -D --undefined-only` writes.
-std::vector<std::string> UndefinedSymbols(const std::string& symbol_list);
+// The names without their versions, from the text that `nm` writes.
+std::vector<std::string> SymbolNames(const std::string& symbol_list);
 
 // Those that a component without surroundings of its own does not need.
 std::vector<std::string> ForeignLibraries(const std::vector<std::string>& libraries);

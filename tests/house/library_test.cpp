@@ -3,8 +3,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
+#include <set>
+
+#include "tests/house/include_walls.h"
 
 namespace house {
 namespace {
@@ -35,12 +39,22 @@ std::string OutputOf(const std::string& command) {
   return output;
 }
 
-std::vector<std::string> SymbolsOfTheLibrary() {
-  return UndefinedSymbols(OutputOf("nm -D --undefined-only '" BUILD_DIR "/lib/libvetlo.so'"));
+// What the sources of a room ask for, from the archive of their objects.
+std::vector<std::string> SymbolsOfRoom(std::string room) {
+  std::replace(room.begin(), room.end(), '/', '_');
+  return SymbolNames(OutputOf("nm --undefined-only '" BUILD_DIR "/vetlo/lib" + room + ".a'"));
+}
+
+// The rooms whose objects make the library.
+std::set<std::string> RoomsOfTheLibrary() {
+  const Rooms rooms = ReadRooms(ReadText(BUILD_DIR "/rooms.txt"));
+  std::set<std::string> made_of = RoomsBeneath("vetlo/library", rooms);
+  made_of.insert("vetlo/library");
+  return made_of;
 }
 
 bool CountsItsCoverage() {
-  return OutputOf("nm '" BUILD_DIR "/lib/libvetlo.so'").find("__gcov_") != std::string::npos;
+  return OutputOf("nm '" BUILD_DIR "/bin/libvetlo.so'").find("__gcov_") != std::string::npos;
 }
 
 TEST(LibraryNeeds, LibrariesAreReadFromTheDynamicSection) {
@@ -52,9 +66,9 @@ TEST(LibraryNeeds, LibrariesAreReadFromTheDynamicSection) {
 }
 
 TEST(LibraryNeeds, SymbolsAreReadWithoutTheirVersions) {
-  EXPECT_THAT(UndefinedSymbols("                 U memcpy@GLIBC_2.14\n"
-                               "                 w __gmon_start__\n"
-                               "                 U fopen@@GLIBC_2.2.5\n"),
+  EXPECT_THAT(SymbolNames("                 U memcpy@GLIBC_2.14\n"
+                          "                 w __gmon_start__\n"
+                          "                 U fopen@@GLIBC_2.2.5\n"),
               ElementsAre("memcpy", "__gmon_start__", "fopen"));
 }
 
@@ -106,18 +120,34 @@ TEST(Library, NeedsTheStandardLibrariesAlone) {
     GTEST_SKIP() << "an instrumented build brings libraries of its own";
   }
   const std::vector<std::string> libraries =
-      NeededLibraries(OutputOf("readelf -d '" BUILD_DIR "/lib/libvetlo.so'"));
+      NeededLibraries(OutputOf("readelf -d '" BUILD_DIR "/bin/libvetlo.so'"));
   ASSERT_THAT(libraries, Not(IsEmpty()));
   EXPECT_THAT(ForeignLibraries(libraries), IsEmpty());
 }
 
-TEST(Library, AsksForNoClockEnvironmentLocaleOrFile) {
+TEST(Library, AsksForNoClockEnvironmentLocaleOrFileOutsideOfItsRegistry) {
   if (CountsItsCoverage()) {
     GTEST_SKIP() << "what counts the coverage writes files";
   }
-  const std::vector<std::string> symbols = SymbolsOfTheLibrary();
-  ASSERT_THAT(symbols, Not(IsEmpty()));
-  EXPECT_THAT(ForbiddenSymbols(symbols), IsEmpty());
+  std::set<std::string> rooms = RoomsOfTheLibrary();
+  ASSERT_EQ(rooms.erase("vetlo/registry"), 1U);
+  ASSERT_TRUE(rooms.contains("vetlo/frame"));
+  for (const std::string& room : rooms) {
+    const std::vector<std::string> symbols = SymbolsOfRoom(room);
+    ASSERT_THAT(symbols, Not(IsEmpty()));
+    EXPECT_THAT(ForbiddenSymbols(symbols), IsEmpty()) << room;
+  }
+}
+
+TEST(Library, HandlesFilesInOneSource) {
+  EXPECT_THAT(SourcesBelow("vetlo/registry"), testing::SizeIs(2)) << "a header and its source";
+  EXPECT_THAT(ForbiddenSymbols(SymbolsOfRoom("vetlo/registry")), testing::Contains("rename"));
+}
+
+TEST(Library, ExportsItsFourEntryPointsAndNothingElse) {
+  EXPECT_THAT(SymbolNames(OutputOf("nm -D --defined-only '" BUILD_DIR "/bin/libvetlo.so'")),
+              testing::UnorderedElementsAre("DllRegisterServer", "DllUnregisterServer",
+                                            "DllGetClassObject", "DllCanUnloadNow"));
 }
 
 }  // namespace

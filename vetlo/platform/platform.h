@@ -1,6 +1,8 @@
 #pragma once
 
 #include <memory>
+#include <string>
+#include <string_view>
 
 #include "vetlo/platform/date.h"
 #include "vetlo/platform/display.h"
@@ -26,6 +28,13 @@ class Platform {
   virtual const NumberLocale& Locale() = 0;
   // Where dialogs show. A host that never asks for one needs none: this fails with kObjectNotSet.
   virtual Screen& GetScreen() { throw Failure(FailureNumber::kObjectNotSet, "there is no screen"); }
+
+  // The text of the failure that an operation is about to give back; the number is its result.
+  void SetErrorInfo(std::string_view text) { error_info_ = text; }
+  [[nodiscard]] const std::string& ErrorInfo() const { return error_info_; }
+
+ private:
+  std::string error_info_;
 };
 
 }  // namespace vetlo

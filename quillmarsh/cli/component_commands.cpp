@@ -1,0 +1,64 @@
+#include "quillmarsh/cli/component_commands.h"
+
+#include <ostream>
+#include <string>
+
+#include "quillmarsh/cli/loaded_component.h"
+#include "quillmarsh/cli/user_error.h"
+#include "quillmarsh/terminal/safe_text.h"
+#include "vetlo/host/component.h"
+#include "vetlo/registry/component_registry.h"
+#include "vetlo/surface/result_codes.h"
+
+namespace quillmarsh {
+namespace {
+
+using vetlo::Component;
+
+void RequireWritten(vetlo::HRESULT result) {
+  if (!vetlo::Failed(result)) {
+    return;
+  }
+  const std::string file = vetlo::RegistryFile();
+  const std::string what =
+      file.empty() ? "there is no place for a registry of components: set HOME or XDG_DATA_HOME"
+                   : "cannot write the registry of components " + SafeText(file) +
+                         ": look whether you may write there and there is room";
+  throw UserError(what + " (" + vetlo::ResultText(result) + ")");
+}
+
+std::string Registry() { return SafeText(vetlo::RegistryFile()); }
+
+}  // namespace
+
+void RegisterCommand(std::ostream& out) {
+  const std::string file = vetlo::LibraryBesideProgram();
+  const Component component(file);
+  RequireWritten(component.Register());
+  out << "Registered " << component.Text() << ", " << SafeText(file) << ", in " << Registry()
+      << "\n";
+}
+
+void UnregisterCommand(std::ostream& out) {
+  const bool registered = vetlo::FindComponentLibrary().registered;
+  // The registered library may be gone; any of them takes the record out.
+  RequireWritten(Component(vetlo::LibraryBesideProgram()).Unregister());
+  out << (registered ? "Took the component out of " + Registry()
+                     : std::string("No component was registered"))
+      << "\n";
+}
+
+void ComponentCommand(std::ostream& out) {
+  const Component component = LoadComponent();
+  const vetlo::ComponentPlace place = vetlo::FindComponentLibrary();
+  out << component.Text() << "\n"
+      << "  type library  " << component.TypeLibrary() << "\n"
+      << "  version       " << component.Version() << "\n"
+      << "  loaded from   " << SafeText(place.file) << "\n"
+      << "  found         "
+      << (place.registered ? "in the registry " + Registry()
+                           : std::string("beside this program; none is registered"))
+      << "\n";
+}
+
+}  // namespace quillmarsh

@@ -1,0 +1,308 @@
+#include "quillmarsh/cli/dialog_commands.h"
+
+#include <array>
+#include <ostream>
+
+#include "quillmarsh/cli/arguments.h"
+#include "quillmarsh/cli/dialog_user.h"
+#include "quillmarsh/cli/failure_keeper.h"
+#include "quillmarsh/cli/loaded_component.h"
+#include "quillmarsh/cli/settings_rows.h"
+#include "quillmarsh/cli/store_file.h"
+#include "quillmarsh/cli/user_error.h"
+#include "quillmarsh/terminal/safe_text.h"
+#include "vetlo/platform/text.h"
+#include "vetlo/services/common_services.h"
+#include "vetlo/store/model.h"
+
+namespace quillmarsh {
+namespace {
+
+using vetlo::DateRange;
+using vetlo::Form;
+using vetlo::Variant;
+
+// ---- a store that is changed, and the component's dialogs on it
+
+class OpenedForChange {
+ public:
+  explicit OpenedForChange(const std::string& file)
+      : store_(OpenStoreFile(file, vetlo::StoreAccess::kReadWrite)),
+        kept_(*store_, keeper_),
+        rows_(kept_.OpenRecordset("ChartReportSubType")) {}
+
+  vetlo::Database& Store() { return kept_; }
+  vetlo::Recordset& Rows() { return *rows_; }
+
+  // Lets the user work in a dialog of the component. Fails with a UserError where the dialog did
+  // not end in a saved row.
+  template <typename Operation>
+  void Work(DialogUser& user, const Operation& operation) {
+    DialogPlatform platform(user);
+    vetlo::Tamo component = LoadComponent().NewTamo(platform);
+    const bool saved = operation(component);
+    if (!saved && !keeper_.Text().empty() && !user.Messages().empty()) {
+      throw UserError(user.Messages().front() + " (" + keeper_.Text() + ")");
+    }
+    user.ThrowRefusal();
+    if (!saved) {
+      throw UserError("nothing was saved");
+    }
+  }
+
+ private:
+  FailureKeeper keeper_;
+  std::unique_ptr<vetlo::Database> store_;
+  KeptDatabase kept_;
+  std::unique_ptr<vetlo::Recordset> rows_;
+};
+
+std::string LineOf(const SettingsRowFacts& row) {
+  return std::to_string(row.number) + "  " + SafeText(row.name) + ": " + FormText(row) + ", " +
+         RangeText(row) + "\n";
+}
+
+SettingsRowFacts RowNumbered(vetlo::Database& store, std::int32_t number) {
+  return FindSettingsRow(store, std::to_string(number));
+}
+
+// Opens the customize dialog on a row and lets the user work in it.
+void CustomizeRow(const std::string& file, const std::string& row_name,
+                  const DialogUser::Deeds& deeds, std::ostream& out) {
+  OpenedForChange opened(file);
+  const SettingsRowFacts row = FindSettingsRow(opened.Store(), row_name);
+  DialogUser user(deeds);
+  opened.Work(user, [&](vetlo::Tamo& component) {
+    return component.CustomizeChartReport(opened.Store(), opened.Rows(), row.number);
+  });
+  out << "Changed " << LineOf(RowNumbered(opened.Store(), row.number));
+}
+
+// ---- deeds in the customize dialog
+
+// A control that the dialog has.
+template <typename Kind>
+Kind& The(const Form& form, const std::string& name) {
+  return *form.Find<Kind>(name);
+}
+
+void Press(const Form& form, const char* name) { The<vetlo::Button>(form, name).Click(); }
+
+// Chooses an option; one that is disabled is not offered.
+void Choose(const Form& form, const std::string& name, const char* otherwise) {
+  auto& option = The<vetlo::OptionButton>(form, name);
+  if (!option.InUse()) {
+    throw UserError(otherwise);
+  }
+  option.Choose();
+}
+
+std::string Indexed(const char* name, std::int32_t index) {
+  return std::string(name) + "(" + std::to_string(index) + ")";
+}
+
+void ChooseForm(const Form& form, const std::string& as) {
+  if (as.empty()) {
+    return;
+  }
+  if (as != "chart" && as != "report") {
+    throw UserError("--as takes report or chart, not '" + as + "'");
+  }
+  const auto index = static_cast<std::int32_t>(as == "chart" ? vetlo::ChartOrReport::kChart
+                                                             : vetlo::ChartOrReport::kReport);
+  Choose(form, Indexed("optChartOrReportType", index), "this report has no chart");
+}
+
+void ChooseKind(const Form& form, const std::string& kind) {
+  if (!kind.empty()) {
+    Choose(form, Indexed("optChartType", ChartKindArgument(kind)), "this report has no chart");
+  }
+}
+
+void SwitchLegend(const Form& form, const std::string& legend) {
+  if (legend.empty()) {
+    return;
+  }
+  if (legend != "on" && legend != "off") {
+    throw UserError("--legend takes on or off, not '" + legend + "'");
+  }
+  auto& box = The<vetlo::CheckBox>(form, "chkLegend");
+  if (!box.InUse()) {
+    throw UserError("this report has no chart, and so no legend");
+  }
+  if (box.Checked() != (legend == "on")) {
+    box.Toggle();
+  }
+}
+
+void TypeTitle(const Form& form, const std::optional<std::string>& title) {
+  if (!title) {
+    return;
+  }
+  auto& box = The<vetlo::TextBox>(form, "txtTitle");
+  // The box would cut the text off, and nobody would see it.
+  if (vetlo::CharacterCount(*title) > box.MaxLength()) {
+    throw UserError("--title takes at most " + std::to_string(box.MaxLength()) + " characters");
+  }
+  box.Type(*title);
+}
+
+std::string OfferedRanges(const vetlo::DropDownList& list) {
+  std::string names;
+  for (const auto& entry : list.Entries()) {
+    names += (names.empty() ? "'" : ", '") + entry.text + "'";
+  }
+  return names;
+}
+
+void PickRange(const Form& form, DateRange range) {
+  auto& list = The<vetlo::DropDownList>(form, "cboRange");
+  const std::int32_t index = list.IndexOfItemData(static_cast<std::int32_t>(range));
+  if (index == vetlo::kNoEntry) {
+    const auto& facts = *vetlo::Services().DateRangeInfo(static_cast<std::int32_t>(range));
+    throw UserError("this report does not offer '" + std::string(facts.name) +
+                    "'; it offers: " + OfferedRanges(list));
+  }
+  list.Pick(index);
+}
+
+bool IsOffered(const Form& form, DateRange range) {
+  return The<vetlo::DropDownList>(form, "cboRange")
+             .IndexOfItemData(static_cast<std::int32_t>(range)) != vetlo::kNoEntry;
+}
+
+// Dates without a range ask for one that takes them.
+void PickRangeFor(const Form& form, const CustomizeArguments& arguments) {
+  if (!arguments.range.empty()) {
+    PickRange(form, RangeArgument(arguments.range));
+    return;
+  }
+  const bool fits = (!arguments.from || The<vetlo::TextBox>(form, "txtFrom").InUse()) &&
+                    (!arguments.to || The<vetlo::TextBox>(form, "txtTo").InUse());
+  if (!fits) {
+    const bool end_alone = !arguments.from && !IsOffered(form, DateRange::kCustomDates);
+    PickRange(form, end_alone ? DateRange::kUpToADate : DateRange::kCustomDates);
+  }
+}
+
+void TypeInto(const Form& form, const char* name, const std::optional<std::string>& text,
+              const char* otherwise) {
+  if (!text) {
+    return;
+  }
+  auto& box = The<vetlo::TextBox>(form, name);
+  if (!box.InUse()) {
+    throw UserError(otherwise);
+  }
+  box.Type(*text);
+}
+
+void Customize(const Form& form, const CustomizeArguments& arguments) {
+  ChooseForm(form, arguments.as);
+  ChooseKind(form, arguments.kind);
+  SwitchLegend(form, arguments.legend);
+  TypeTitle(form, arguments.title);
+  PickRangeFor(form, arguments);
+  TypeInto(form, "txtDateRangeExtInfo", arguments.n,
+           "--n goes with --range last-n-days or last-n-months");
+  TypeInto(form, "txtFrom", arguments.from, "--from goes with --range custom-dates");
+  TypeInto(form, "txtTo", arguments.to, "--to goes with --range custom-dates or up-to-a-date");
+  Press(form, "cmdOK");
+}
+
+void RequireAChange(const CustomizeArguments& arguments) {
+  const bool any = !arguments.as.empty() || !arguments.kind.empty() || !arguments.legend.empty() ||
+                   arguments.title || !arguments.range.empty() || arguments.n || arguments.from ||
+                   arguments.to;
+  if (!any) {
+    throw UserError(
+        "say what to change: --as, --kind, --legend, --title, --range, --n, --from or --to");
+  }
+}
+
+// ---- favourites
+
+struct Parameters {
+  Variant first;
+  Variant second;
+};
+
+// What the favourite shows: a row's own parameters, or of a row that has none those given here.
+Parameters ParametersOf(const FavoriteArguments& arguments, const SettingsRowFacts& row) {
+  const Variant first = ParameterArgument(arguments.parameter1);
+  const Variant second = ParameterArgument(arguments.parameter2);
+  const bool given = !vetlo::IsEmpty(first) || !vetlo::IsEmpty(second);
+  if (row.group == vetlo::kCallerParametersGroup) {
+    RequireSubject(row.report_number, given);
+    return {first, second};
+  }
+  if (given) {
+    throw UserError("this row has its own parameters; --parameter1 and --parameter2 go with " +
+                    std::string("the histories that take theirs from the command line"));
+  }
+  return {row.parameter1, row.parameter2};
+}
+
+void NameFavorite(const Form& form, const std::string& name) {
+  The<vetlo::ComboBox>(form, "cboName").Type(name);
+  auto& ok = The<vetlo::Button>(form, "cmdOK");
+  if (ok.InUse()) {
+    ok.Click();
+  } else {
+    // Without a name there is no pressing it; it can say why.
+    ok.on_click();
+  }
+}
+
+SettingsRowFacts FindFavorite(vetlo::Database& store, const std::string& name) {
+  const auto rows = ReadSettingsRows(store);
+  const SettingsRowFacts* found = nullptr;
+  std::string names;
+  for (const SettingsRowFacts& row : rows) {
+    if (row.group == vetlo::kFavoriteGroup) {
+      names += (names.empty() ? "'" : ", '") + SafeText(row.name) + "'";
+      found = found == nullptr && row.name == name ? &row : found;
+    }
+  }
+  if (found == nullptr) {
+    throw UserError("there is no favorite '" + SafeText(name) + "'" +
+                    (names.empty() ? "; the store has none" : "; there are " + names));
+  }
+  return *found;
+}
+
+}  // namespace
+
+void CustomizeCommand(const CustomizeArguments& arguments, std::ostream& out) {
+  RequireAChange(arguments);
+  CustomizeRow(
+      arguments.store, arguments.row, [&](const Form& form) { Customize(form, arguments); }, out);
+}
+
+void ResetCommand(const std::string& store, const std::string& row, std::ostream& out) {
+  CustomizeRow(
+      store, row, [](const Form& form) { Press(form, "cmdReset"); }, out);
+}
+
+void FavoriteCommand(const FavoriteArguments& arguments, std::ostream& out) {
+  OpenedForChange opened(arguments.store);
+  const SettingsRowFacts row = FindSettingsRow(opened.Store(), arguments.row);
+  const Parameters parameters = ParametersOf(arguments, row);
+  DialogUser user([&](const Form& form) { NameFavorite(form, arguments.name); });
+  user.AnswerYesFor("--replace", arguments.replace);
+  opened.Work(user, [&](vetlo::Tamo& component) {
+    return component.AddToFavorites(opened.Store(), opened.Rows(), row.number, row.name,
+                                    parameters.first, parameters.second);
+  });
+  const std::string name(vetlo::Trim(arguments.name));
+  out << "Saved " << LineOf(FindFavorite(opened.Store(), name));
+}
+
+void UnfavoriteCommand(const std::string& store, const std::string& name, std::ostream& out) {
+  OpenedForChange opened(store);
+  const SettingsRowFacts favorite = FindFavorite(opened.Store(), name);
+  vetlo::Services().DeleteChartReportSubType(opened.Store(), opened.Rows(), favorite.number);
+  out << "Removed " << LineOf(favorite);
+}
+
+}  // namespace quillmarsh

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <iosfwd>
+#include <optional>
+#include <string>
+
+namespace quillmarsh {
+
+// The component's dialogs without a window: the words of the command line are what a user would do
+// in them. What a dialog refuses fails with a UserError in the dialog's own words.
+
+// What is not given stays as it is.
+struct CustomizeArguments {
+  std::string store;
+  std::string row;  // a number or a name
+  std::string as;   // report or chart
+  std::string kind;
+  std::string legend;  // on or off
+  std::optional<std::string> title;
+  std::string range;
+  std::optional<std::string> n;
+  std::optional<std::string> from;
+  std::optional<std::string> to;
+};
+
+void CustomizeCommand(const CustomizeArguments& arguments, std::ostream& out);
+
+// Puts a row back to the defaults of its report number.
+void ResetCommand(const std::string& store, const std::string& row, std::ostream& out);
+
+struct FavoriteArguments {
+  std::string store;
+  std::string row;
+  std::string name;
+  bool replace = false;
+  std::optional<std::string> parameter1;
+  std::optional<std::string> parameter2;
+};
+
+// Saves the settings of a row as a favourite. One of a row that takes its parameters from the
+// caller keeps those that are given here, any other those of its row.
+void FavoriteCommand(const FavoriteArguments& arguments, std::ostream& out);
+
+// Takes the favourite of this name away.
+void UnfavoriteCommand(const std::string& store, const std::string& name, std::ostream& out);
+
+}  // namespace quillmarsh

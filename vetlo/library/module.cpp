@@ -1,0 +1,10 @@
+#include "vetlo/library/module.h"
+
+namespace vetlo {
+
+Module& TheModule() {
+  static Module module;
+  return module;
+}
+
+}  // namespace vetlo

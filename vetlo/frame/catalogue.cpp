@@ -11,6 +11,7 @@
 #include "vetlo/frame/history_reports.h"
 #include "vetlo/frame/investment_reports.h"
 #include "vetlo/frame/list_reports.h"
+#include "vetlo/frame/price_reports.h"
 #include "vetlo/frame/two_totals.h"
 #include "vetlo/investment/positions.h"
 

@@ -1,7 +1,7 @@
 #include "vetlo/frame/history_reports.h"
 
-#include <vector>
-
+#include "vetlo/cashflow/category_walk.h"
+#include "vetlo/frame/subject_reports.h"
 #include "vetlo/schedule/histories.h"
 
 namespace vetlo {
@@ -46,8 +46,8 @@ std::string CategoryName(ReportCall& call, std::int32_t number) {
     return "";
   }
   Recordset& rec = call.tables[LookUpTable::kCategory];
-  const bool income = LongField(rec, "CategoryType") == 0;
-  return (income ? " :Income Category: " : " :Expense Category: ") + TextField(rec, "CategoryName");
+  const std::string_view kind = HeadingOfCategories(LongField(rec, "CategoryType"));
+  return " :" + std::string(kind) + ": " + TextField(rec, "CategoryName");
 }
 
 // A wider subject's name and behind it the narrower one's.
@@ -60,8 +60,8 @@ std::string SubCategoryName(ReportCall& call, std::int32_t number) {
     return "";
   }
   Recordset& rec = call.tables[LookUpTable::kSubCategory];
-  return Joined(CategoryName(call, LongField(rec, "CategoryNumber")),
-                TextField(rec, "SubCategoryName"));
+  const std::string name = TextField(rec, "SubCategoryName");
+  return Joined(CategoryName(call, LongField(rec, "CategoryNumber")), name);
 }
 
 std::string ItemName(ReportCall& call, std::int32_t number) {
@@ -69,11 +69,13 @@ std::string ItemName(ReportCall& call, std::int32_t number) {
     return "";
   }
   Recordset& rec = call.tables[LookUpTable::kClassificationItem];
-  return call.tables.Find(LookUpTable::kClassification, LongField(rec, "ClassificationNumber"))
-             ? Joined(
-                   ":" + TextField(call.tables[LookUpTable::kClassification], "ClassificationName"),
-                   TextField(rec, "ClassificationItemName"))
-             : "";
+  if (!call.tables.Find(LookUpTable::kClassification, LongField(rec, "ClassificationNumber"))) {
+    return "";
+  }
+  const std::string name = TextField(rec, "ClassificationItemName");
+  const std::string classification =
+      TextField(call.tables[LookUpTable::kClassification], "ClassificationName");
+  return Joined(":" + classification, name);
 }
 
 std::string SubItemName(ReportCall& call, std::int32_t number) {
@@ -81,53 +83,37 @@ std::string SubItemName(ReportCall& call, std::int32_t number) {
     return "";
   }
   Recordset& rec = call.tables[LookUpTable::kClassificationSubItem];
-  return Joined(ItemName(call, LongField(rec, "ClassificationItemNumber")),
-                TextField(rec, "ClassificationSubItemName"));
+  const std::string name = TextField(rec, "ClassificationSubItemName");
+  return Joined(ItemName(call, LongField(rec, "ClassificationItemNumber")), name);
 }
 
-std::string TitleLine(ReportCall& call, const HistorySubject& subject) {
+std::string Title(ReportCall& call, const HistorySubject& subject) {
   constexpr auto kNames = std::to_array<std::string (*)(ReportCall&, std::int32_t)>(
       {PayeeName, CategoryName, SubCategoryName, ItemName, SubItemName});
   return call.row.strTitle +
          kNames.at(static_cast<std::size_t>(subject.kind))(call, subject.number);
 }
 
-std::int32_t Compute(ReportCall& call, const HistorySubject& subject, MonthBuckets& buckets) {
-  return call.Guard(
-      [&] { MonthHistory(call.dbDov, subject, call.dtmFromDate, call.dtmToDate, buckets); });
+void Compute(const ReportCall& call, const HistorySubject& subject, MonthBuckets& buckets) {
+  MonthHistory(call.dbDov, subject, call.dtmFromDate, call.dtmToDate, buckets);
 }
+
+void WriteTable(ReportCall& call, ReportPage& page, const MonthBuckets& buckets, bool computed) {
+  page.WriteSeriesTable("Date Range", ItemLabels(buckets.labels), "Total",
+                        FormatAmountMatrix(buckets.Amounts(), call.platform.Locale()), computed);
+}
+
+void WriteChart(ReportCall& call, ChartWriter& writer, const HistorySubject&,
+                const MonthBuckets& buckets) {
+  WriteSeries(writer, buckets.Amounts(), buckets.labels, ChartUnit::kMoney, call.platform.Locale());
+}
+
+constexpr SubjectFamily<HistorySubject, MonthBuckets> kHistory = {SubjectOf, Compute, Title,
+                                                                  WriteTable, WriteChart};
 
 }  // namespace
 
-void ReportHistory(ReportCall& call) {
-  const auto subject = SubjectOf(call);
-  if (!subject) {
-    return;
-  }
-  ReportPage page = call.Page();
-  page.BeginHeading();
-  page.WriteTitleLine(TitleLine(call, *subject));
-  page.EndHeading(call.Caption());
-  MonthBuckets buckets;
-  const std::int32_t lngComputeError = Compute(call, *subject, buckets);
-  page.WriteSeriesTable("Date Range", ItemLabels(buckets.labels), "Total",
-                        FormatAmountMatrix(buckets.Amounts(), call.platform.Locale()),
-                        lngComputeError == 0);
-}
-
-void ChartHistory(ReportCall& call) {
-  ChartWriter writer = call.Writer();
-  std::string strTitle = call.row.strTitle;
-  if (const auto subject = SubjectOf(call)) {
-    MonthBuckets buckets;
-    if (Compute(call, *subject, buckets) == 0) {
-      WriteSeries(writer, buckets.Amounts(), buckets.labels, ChartUnit::kMoney,
-                  call.platform.Locale());
-    }
-    strTitle = TitleLine(call, *subject);
-  }
-  writer.SetTitle(strTitle);
-  writer.SetFootnote(call.Caption());
-}
+void ReportHistory(ReportCall& call) { ReportSubject(call, kHistory); }
+void ChartHistory(ReportCall& call) { ChartSubject(call, kHistory); }
 
 }  // namespace vetlo

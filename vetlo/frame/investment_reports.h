@@ -17,13 +17,4 @@ void ReportYieldByType(ReportCall& call);
 void ChartYieldByAccount(ReportCall& call);
 void ChartYieldByType(ReportCall& call);
 
-// Prices over time: of all investments, of those of the account and of the one investment that the
-// first parameter names.
-void ReportAllPrices(ReportCall& call);
-void ChartAllPrices(ReportCall& call);
-void ReportAccountPrices(ReportCall& call);
-void ChartAccountPrices(ReportCall& call);
-void ReportItemPrices(ReportCall& call);
-void ChartItemPrices(ReportCall& call);
-
 }  // namespace vetlo

@@ -1,0 +1,79 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "vetlo/frame/report_call.h"
+
+namespace vetlo {
+
+// The reports and charts about one subject that the row's parameters name: an account, an
+// investment, a payee. All of them run in one frame; where the parameters name nothing a report
+// stays empty and a chart has title and footnote alone.
+
+// When a report looks up the names in its title: once its heading is begun, or ahead of it. What
+// fails there finds the document with the beginning of a heading or without.
+enum class TitleLookUp { kWithinHeading, kAheadOfHeading };
+
+// What a family does where it has its turn in the frame.
+template <typename Subject, typename Figures>
+struct SubjectFamily {
+  // None where the parameters do not convert.
+  std::optional<Subject> (*subject)(ReportCall& call);
+  // Runs under the guard.
+  void (*compute)(const ReportCall& call, const Subject& subject, Figures& figures);
+  // The row's title with the subject's name, as the target words it.
+  std::string (*title)(ReportCall& call, const Subject& subject);
+  // Where computing failed the table is laid out and left out.
+  void (*write_table)(ReportCall& call, ReportPage& page, const Figures& figures, bool computed);
+  // Only where computing did not fail. Looks up what names it writes.
+  void (*write_chart)(ReportCall& call, ChartWriter& writer, const Subject& subject,
+                      const Figures& figures);
+  TitleLookUp title_look_up = TitleLookUp::kWithinHeading;
+};
+
+template <typename Subject, typename Figures>
+void ReportSubject(ReportCall& call, const SubjectFamily<Subject, Figures>& family) {
+  const std::optional<Subject> subject = family.subject(call);
+  if (!subject) {
+    return;
+  }
+  const bool ahead = family.title_look_up == TitleLookUp::kAheadOfHeading;
+  const std::string title_ahead = ahead ? family.title(call, *subject) : "";
+  ReportPage page = call.Page();
+  page.BeginHeading();
+  page.WriteTitleLine(ahead ? title_ahead : family.title(call, *subject));
+  page.EndHeading(call.Caption());
+  Figures figures;
+  const std::int32_t lngComputeError = call.Guard([&] { family.compute(call, *subject, figures); });
+  family.write_table(call, page, figures, lngComputeError == 0);
+}
+
+template <typename Subject, typename Figures>
+void ChartSubject(ReportCall& call, const SubjectFamily<Subject, Figures>& family) {
+  ChartWriter writer = call.Writer();
+  std::string strTitle = call.row.strTitle;
+  if (const std::optional<Subject> subject = family.subject(call)) {
+    Figures figures;
+    const std::int32_t lngComputeError =
+        call.Guard([&] { family.compute(call, *subject, figures); });
+    if (lngComputeError == 0) {
+      family.write_chart(call, writer, *subject, figures);
+    }
+    strTitle = family.title(call, *subject);
+  }
+  writer.SetTitle(strTitle);
+  writer.SetFootnote(call.Caption());
+}
+
+// The number of a subject that the first parameter names alone.
+std::optional<std::int32_t> NumberInFirstParameter(ReportCall& call);
+
+// The row's title and the subject's name, or where it is not found the bare title.
+std::string TitleWith(const ReportCall& call, const std::optional<std::string>& name);
+
+// The account's name as the target labels it; none where there is no such account.
+std::optional<std::string> NameOfAccount(ReportCall& call, std::int32_t lngAccountNumber);
+std::string TitleWithAccount(ReportCall& call, const std::int32_t& lngAccountNumber);
+
+}  // namespace vetlo

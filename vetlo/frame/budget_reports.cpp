@@ -12,11 +12,14 @@ namespace {
 
 // A row with a first figure is data, one with a label alone a heading over a rule, any other a
 // blank line.
-void WriteRow(ReportPage& page, const BudgetRow& row) {
+void WriteRow(ReportPage& page, const BudgetRow& row, bool last) {
   if (!row[1].empty()) {
     page.WriteCells(row);
   } else if (!row[0].empty()) {
     page.Write("\r\n" + row[0] + "\r\n" + page.RuleLine());
+  }
+  if (!last) {
+    page.Write("\r\n");
   }
 }
 
@@ -24,19 +27,7 @@ void ShowBudgetTable(ReportCall& call, const std::vector<std::string>& headers,
                      const std::function<void(BudgetRows&)>& compute) {
   BudgetRows rows;
   const std::int32_t lngComputeError = call.Guard([&] { compute(rows); });
-  ReportPage page = call.Page();
-  LayOutTexts(page, {headers}, rows.elements());
-  page.WriteHeading(call.row.strTitle, call.Caption());
-  if (lngComputeError != 0) {
-    return;
-  }
-  page.WriteHeaderLine();
-  for (std::size_t i = 1; i <= rows.UpperBound(); ++i) {
-    WriteRow(page, rows(i));
-    if (i != rows.UpperBound()) {
-      page.Write("\r\n");
-    }
-  }
+  WriteTextReport(call, {.headers = headers}, rows.elements(), lngComputeError == 0, WriteRow);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "vetlo/frame/investment_reports.h"
 
+#include <algorithm>
 #include <vector>
 
 #include "vetlo/frame/text_table.h"
@@ -9,35 +10,18 @@
 namespace vetlo {
 namespace {
 
-// ---- tables of sections: positions and yields
-
-// A table of text whose rows are heads, blank lines and data; its headers, its total line, and the
-// column that is empty in a head.
-struct SectionTable {
-  std::vector<std::string> headers;
-  std::vector<TextRow> rows;
-  TextRow total;
-  std::size_t telling_column = 0;
-};
-
-void WriteSections(ReportCall& call, const SectionTable& table, bool computed) {
-  ReportPage page = call.Page();
-  LayOutTexts(page, {table.headers, 1, table.total}, table.rows);
-  page.WriteHeading(call.row.strTitle, call.Caption());
-  if (!computed) {
-    return;
+// A head has its name alone, a row of data a figure too; a row without a name is a blank line.
+void WriteRow(ReportPage& page, const TextRow& row, bool /*last*/) {
+  const auto is_empty = [](const std::string& text) { return text.empty(); };
+  if (!row[0].empty() && !std::all_of(row.begin() + 1, row.end(), is_empty)) {
+    page.WriteCells(row);
+  } else if (!row[0].empty()) {
+    page.Write(row[0] + "\r\n" + page.RuleLine() + "\r\n");
   }
-  page.WriteHeaderLine();
-  for (const TextRow& row : table.rows) {
-    if (!row[0].empty() && !row[table.telling_column].empty()) {
-      page.WriteCells(row);
-    } else if (!row[0].empty()) {
-      page.Write(row[0] + "\r\n" + page.RuleLine() + "\r\n");
-    }
-    page.Write("\r\n");
-  }
-  page.WriteTotal(table.total);
+  page.Write("\r\n");
 }
+
+// ---- positions
 
 using PositionsRoutine = Currency (*)(Database&, Positions&, ChartOrReport, const NumberLocale&);
 
@@ -47,14 +31,14 @@ void ReportPositions(ReportCall& call, PositionsRoutine routine) {
   Currency curTotal;
   const std::int32_t lngComputeError = call.Guard(
       [&] { curTotal = routine(call.dbDov, positions, ChartOrReport::kReport, locale); });
-  SectionTable table{{"Investment", "Quantity", "Latest Price", "Value"},
-                     {},
-                     {"Total", "", "", Format(curTotal, kAmountPicture, locale)},
-                     3};
+  std::vector<TextRow> rows;
   for (const PositionRow& row : positions.report.elements()) {
-    table.rows.push_back({row.strName, row.strQuantity, row.strPrice, row.strValue});
+    rows.push_back({row.strName, row.strQuantity, row.strPrice, row.strValue});
   }
-  WriteSections(call, table, lngComputeError == 0);
+  WriteTextReport(call,
+                  {.headers = {"Investment", "Quantity", "Latest Price", "Value"},
+                   .total = {"Total", "", "", Format(curTotal, kAmountPicture, locale)}},
+                  rows, lngComputeError == 0, WriteRow);
 }
 
 Currency ChartedPositions(const ReportCall& call, AmountRows& rows, PositionsRoutine routine) {
@@ -65,6 +49,8 @@ Currency ChartedPositions(const ReportCall& call, AmountRows& rows, PositionsRou
   return curTotal;
 }
 
+// ---- yields
+
 using YieldRoutine = void (*)(Database&, Yields&, ChartOrReport, const NumberLocale&);
 
 void ReportYields(ReportCall& call, YieldRoutine routine) {
@@ -72,15 +58,15 @@ void ReportYields(ReportCall& call, YieldRoutine routine) {
   Yields yields;
   const std::int32_t lngComputeError =
       call.Guard([&] { routine(call.dbDov, yields, ChartOrReport::kReport, locale); });
-  SectionTable table{{"Investment", "Gain/Loss", "Yield"},
-                     {},
-                     {"Total", Format(yields.curTotalGainLoss, kAmountPicture, locale),
-                      Format(yields.curTotalYield, kAmountPicture, locale) + "%"},
-                     1};
+  std::vector<TextRow> rows;
   for (const YieldRow& row : yields.report.elements()) {
-    table.rows.push_back({row.strName, row.strGain, row.strYield});
+    rows.push_back({row.strName, row.strGain, row.strYield});
   }
-  WriteSections(call, table, lngComputeError == 0);
+  WriteTextReport(call,
+                  {.headers = {"Investment", "Gain/Loss", "Yield"},
+                   .total = {"Total", Format(yields.curTotalGainLoss, kAmountPicture, locale),
+                             Format(yields.curTotalYield, kAmountPicture, locale) + "%"}},
+                  rows, lngComputeError == 0, WriteRow);
 }
 
 void WriteYieldChart(ReportCall& call, const Yields& yields, bool computed) {

@@ -11,19 +11,16 @@ namespace {
 
 using TextRows = GrowingArray<TextRow>;
 
+void WriteRow(ReportPage& page, const TextRow& row, bool last) {
+  page.WriteCells(row, last ? "" : "\r\n");
+}
+
 // The last column is one of amounts.
 void WriteList(ReportCall& call, const std::vector<std::string>& headers, const TextRows& rows,
                FirstStop first_stop, bool computed) {
-  ReportPage page = call.Page();
-  LayOutTexts(page, {headers, headers.size() - 1}, rows.elements(), first_stop);
-  page.WriteHeading(call.row.strTitle, call.Caption());
-  if (!computed) {
-    return;
-  }
-  page.WriteHeaderLine();
-  for (std::size_t i = 1; i <= rows.UpperBound(); ++i) {
-    page.WriteCells(rows(i), i == rows.UpperBound() ? "" : "\r\n");
-  }
+  WriteTextReport(
+      call, {.headers = headers, .left_columns = headers.size() - 1, .first_stop = first_stop},
+      rows.elements(), computed, WriteRow);
 }
 
 CalendarFilter FilterOf(std::int32_t report_number) {

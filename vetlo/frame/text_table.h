@@ -4,21 +4,26 @@
 #include <string>
 #include <vector>
 
-#include "vetlo/output/report_page.h"
+#include "vetlo/frame/report_call.h"
 
 namespace vetlo {
 
 using TextRow = std::vector<std::string>;
 
-// The columns of a table that is computed as text.
-struct TextColumns {
+// A table that is computed as text.
+struct TextTable {
   std::vector<std::string> headers;
   std::size_t left_columns = 1;  // how many of them, from the first, are flush left
-  TextRow extras = {};           // texts outside the rows that must fit too; may be empty
+  TextRow total = {};            // the last line, under a double rule; empty: there is none
+  FirstStop first_stop = FirstStop::kOnIndent;
 };
 
-// Measures a table and lays the page out for it. A row that was never written counts as empty.
-void LayOutTexts(ReportPage& page, const TextColumns& columns, std::span<const TextRow> rows,
-                 FirstStop first_stop = FirstStop::kOnIndent);
+// Writes one row as it is told apart by what stands in it: a head, a blank line, data.
+using TextRowWriter = void (*)(ReportPage& page, const TextRow& row, bool last);
+
+// The whole report of such a table. All rows are measured, one that was never written as empty
+// texts. Where computing failed the report is its heading alone.
+void WriteTextReport(ReportCall& call, const TextTable& table, std::span<const TextRow> rows,
+                     bool computed, TextRowWriter write_row);
 
 }  // namespace vetlo

@@ -1,6 +1,6 @@
 #include "vetlo/investment/positions.h"
 
-#include "vetlo/investment/prices.h"
+#include "vetlo/investment/selections.h"
 #include "vetlo/investment/values.h"
 #include "vetlo/platform/failure.h"
 #include "vetlo/platform/text.h"
@@ -18,23 +18,14 @@ class Rows {
        const NumberLocale& locale)
       : dbDov_(dbDov),
         positions_(positions),
-        for_report_(lngChartOrReportType == ChartOrReport::kReport),
+        lngChartOrReportType_(lngChartOrReportType),
         locale_(locale) {}
 
-  void Start() {
-    positions_.report.Start();
-    positions_.chart.Start();
-  }
-  void Close() {
-    if (for_report_) {
-      positions_.report.Close();
-    } else {
-      positions_.chart.Close();
-    }
-  }
+  void Start() { positions_.Start(); }
+  void Close() { positions_.Close(lngChartOrReportType_); }
 
   [[nodiscard]] Database& Store() const { return dbDov_; }
-  [[nodiscard]] bool ForReport() const { return for_report_; }
+  [[nodiscard]] bool ForReport() const { return lngChartOrReportType_ == ChartOrReport::kReport; }
 
   void AddHead(const std::string& name) { Add({name, "", "", ""}); }
   void AddBlank() { Add({}); }
@@ -47,21 +38,21 @@ class Rows {
   }
   // What is worth nothing has no place in a chart.
   void AddToChart(Currency amount, const std::string& label) {
-    if (!for_report_ && amount != Currency{}) {
+    if (!ForReport() && amount != Currency{}) {
       positions_.chart.Add(amount, label);
     }
   }
 
  private:
   void Add(PositionRow row) {
-    if (for_report_) {
+    if (ForReport()) {
       positions_.report.Add(std::move(row));
     }
   }
 
   Database& dbDov_;
   Positions& positions_;
-  bool for_report_;
+  ChartOrReport lngChartOrReportType_;
   const NumberLocale& locale_;
 };
 
@@ -70,12 +61,10 @@ class Rows {
 void ListHoldings(Rows& rows, std::int32_t account, LatestPrices& prices) {
   ForEachRowOf(rows.Store(), InvestmentItemsText(), [&](Recordset& rec) {
     const std::int32_t item = LongField(rec, "AccountItemNumber");
-    double dblQuantity = 0;
-    const std::int32_t lngError =
-        ResumeNext([&] { dblQuantity = Services().QuantityHeld(rows.Store(), account, item); });
+    const Holding holding = HeldInAccount(rows.Store(), account, item);
     const double dblPrice = prices.Of(item);
-    if (rows.ForReport() && lngError == 0) {
-      rows.AddItem(TextField(rec, "AccountItemName"), dblQuantity, dblPrice);
+    if (rows.ForReport() && holding.blnHeld) {
+      rows.AddItem(TextField(rec, "AccountItemName"), holding.dblQuantity, dblPrice);
     }
   });
 }
@@ -124,7 +113,8 @@ void ListType(Rows& rows, std::int32_t type, const std::string& plural, Currency
       rows.AddHead(plural);
       blnSectionOpen = true;
     }
-    rows.AddItem(TextField(rec, "AccountItemName"), holding.dblQuantity, prices.Of(item));
+    const double dblPrice = prices.Of(item);
+    rows.AddItem(TextField(rec, "AccountItemName"), holding.dblQuantity, dblPrice);
   });
   if (blnSectionOpen) {
     rows.AddBlank();

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "vetlo/investment/target_rows.h"
 #include "vetlo/platform/arrays.h"
 #include "vetlo/platform/format.h"
 #include "vetlo/store/database.h"
@@ -25,10 +26,7 @@ struct PositionRow {
   std::string strValue;
 };
 
-struct Positions {
-  GrowingArray<PositionRow> report;
-  AmountRows chart;
-};
+using Positions = TargetRows<PositionRow>;
 
 // Fails with kSubscriptOutOfRange where there is no row.
 Currency InvestmentsByAccount(Database& dbDov, Positions& positions,

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <functional>
 
+#include "vetlo/investment/selections.h"
 #include "vetlo/investment/values.h"
 #include "vetlo/platform/failure.h"
 #include "vetlo/platform/text.h"
@@ -10,8 +11,6 @@
 
 namespace vetlo {
 namespace {
-
-constexpr std::int32_t kInvestmentBasicType = 2;  // AccountItemType.BasicAccountType
 
 [[noreturn]] void RaiseNothing() { throw Failure(FailureNumber::kNothingToShow); }
 
@@ -145,11 +144,6 @@ void WalkDays(Database& dbDov, const Listed& listed, PriceHistory& history,
   history.dblPrices = std::move(table);
 }
 
-// True where the account holds the item: where it does not, asking for the units fails.
-bool Holds(Database& dbDov, std::int32_t account, std::int32_t item) {
-  return ResumeNext([&] { static_cast<void>(Services().QuantityHeld(dbDov, account, item)); }) == 0;
-}
-
 void RequireFundAccount(Database& dbDov, std::int32_t lngAccountNumber) {
   ScopedRecordset recAccount(dbDov, "Account");
   recAccount->SetIndex(kPrimaryIndex);
@@ -162,26 +156,6 @@ void RequireFundAccount(Database& dbDov, std::int32_t lngAccountNumber) {
 }
 
 }  // namespace
-
-std::string InvestmentItemsText() {
-  return "SELECT T1.* FROM AccountItem AS T1,AccountItemType AS T2 WHERE "
-         "T1.AccountItemTypeNumber=T2.AccountItemTypeNumber AND T2.BasicAccountType=" +
-         Str(kInvestmentBasicType);
-}
-
-std::string InvestmentAccountsText() {
-  return "SELECT * FROM Account WHERE AccountType=" + Str(kInvestmentAccount);
-}
-
-std::string InvestmentTypesText() {
-  return "SELECT * FROM AccountItemType WHERE BasicAccountType=" + Str(kInvestmentBasicType) +
-         " ORDER BY AccountItemTypeNumber";
-}
-
-std::string ItemsOfTypeText(std::int32_t lngAccountItemTypeNumber) {
-  return "SELECT * FROM AccountItem WHERE AccountItemTypeNumber=" + Str(lngAccountItemTypeNumber) +
-         " ORDER BY AccountItemName";
-}
 
 double PriceOnOrBefore(Database& dbDov, std::int32_t lngAccountItemNumber, Date dtmDate,
                        std::int32_t lngPriceTypeNumber) {
@@ -225,9 +199,9 @@ void AccountPriceHistory(Database& dbDov, std::int32_t lngAccountNumber, Date dt
                          ChartOrReport lngChartOrReportType) {
   const std::int32_t lngPriceTypeNumber = ChartedPriceType(dbDov);
   RequireFundAccount(dbDov, lngAccountNumber);
-  const Listed listed =
-      ListItems(dbDov, lngPriceTypeNumber, dtmFromDate, dtmToDate,
-                [&](std::int32_t item) { return Holds(dbDov, lngAccountNumber, item); });
+  const Listed listed = ListItems(
+      dbDov, lngPriceTypeNumber, dtmFromDate, dtmToDate,
+      [&](std::int32_t item) { return HeldInAccount(dbDov, lngAccountNumber, item).blnHeld; });
   WalkDays(dbDov, listed, history, lngChartOrReportType);
 }
 

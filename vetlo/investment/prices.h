@@ -20,14 +20,6 @@ struct PriceHistory {
   std::vector<std::string> strItems;  // one for each item
 };
 
-// The items that are investments, as a text to be opened.
-std::string InvestmentItemsText();
-// The investment accounts, in no order of their own.
-std::string InvestmentAccountsText();
-// The types of investments by number, and the items of one of them by name.
-std::string InvestmentTypesText();
-std::string ItemsOfTypeText(std::int32_t lngAccountItemTypeNumber);
-
 // The price of the last record dated on or before the day, 0 where there is none.
 double PriceOnOrBefore(Database& dbDov, std::int32_t lngAccountItemNumber, Date dtmDate,
                        std::int32_t lngPriceTypeNumber);

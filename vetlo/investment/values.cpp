@@ -1,6 +1,6 @@
 #include "vetlo/investment/values.h"
 
-#include "vetlo/investment/prices.h"
+#include "vetlo/investment/selections.h"
 #include "vetlo/platform/failure.h"
 #include "vetlo/platform/text.h"
 #include "vetlo/services/common_services.h"
@@ -28,16 +28,24 @@ void AddWorthOfItem(Database& dbDov, Recordset& recAccount, std::int32_t item, s
 
 }  // namespace
 
-Holding HeldInAllAccounts(Database& dbDov, std::int32_t lngAccountItemNumber) {
+Holding HeldInAccount(Database& dbDov, std::int32_t lngAccountNumber,
+                      std::int32_t lngAccountItemNumber) {
   Holding holding;
-  ForEachRowOf(dbDov, InvestmentAccountsText(), [&](Recordset& rec) {
-    const std::int32_t account = LongField(rec, "AccountNumber");
-    const std::int32_t lngError = ResumeNext([&] {
-      holding.dblQuantity += Services().QuantityHeld(dbDov, account, lngAccountItemNumber);
-    });
-    holding.blnHeld = holding.blnHeld || lngError == 0;
-  });
+  holding.blnHeld = ResumeNext([&] {
+                      holding.dblQuantity =
+                          Services().QuantityHeld(dbDov, lngAccountNumber, lngAccountItemNumber);
+                    }) == 0;
   return holding;
+}
+
+Holding HeldInAllAccounts(Database& dbDov, std::int32_t lngAccountItemNumber) {
+  Holding all;
+  ForEachRowOf(dbDov, InvestmentAccountsText(), [&](Recordset& rec) {
+    const Holding one = HeldInAccount(dbDov, LongField(rec, "AccountNumber"), lngAccountItemNumber);
+    all.dblQuantity += one.dblQuantity;
+    all.blnHeld = all.blnHeld || one.blnHeld;
+  });
+  return all;
 }
 
 LatestPrices::LatestPrices(Database& dbDov) : rec_(dbDov, "LatestPriceInfo") {

@@ -7,12 +7,16 @@ namespace vetlo {
 // What holdings are worth today, by the latest prices, and what the stored balances say. Products
 // are rounded to Currency before they are added.
 
-// The units of an item in all investment accounts, and whether any of them holds it.
+// The units of an item, 0 where it is not held.
 struct Holding {
   double dblQuantity = 0;
   bool blnHeld = false;
 };
 
+// In one account, and in all investment accounts. Where the units cannot be had, for whatever
+// reason, the item counts as not held there.
+Holding HeldInAccount(Database& dbDov, std::int32_t lngAccountNumber,
+                      std::int32_t lngAccountItemNumber);
 Holding HeldInAllAccounts(Database& dbDov, std::int32_t lngAccountItemNumber);
 
 // The latest prices, from a table that is open as long as the object lives. An item without a

@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "vetlo/investment/prices.h"
+#include "vetlo/investment/selections.h"
 #include "vetlo/investment/values.h"
 #include "vetlo/platform/failure.h"
 #include "vetlo/platform/text.h"
@@ -119,16 +119,7 @@ Amounts AmountsOfAll(Database& dbDov) {
 void StartWith(Yields& yields, const Amounts& all) {
   yields.curTotalGainLoss = all.GainLoss();
   yields.curTotalYield = all.RoundedPercent();
-  yields.report.Start();
-  yields.chart.Start();
-}
-
-void Close(Yields& yields, bool for_report) {
-  if (for_report) {
-    yields.report.Close();
-  } else {
-    yields.chart.Close();
-  }
+  yields.Start();
 }
 
 // A sum that fails leaves in its place what was there before.
@@ -136,23 +127,24 @@ void Keep(Currency& curSum, const std::function<Currency()>& sum) {
   ResumeNext([&] { curSum = sum(); });
 }
 
+// True for an item that is not held and never was traded.
+bool IsUntouched(const Holding& holding, const Amounts& amounts) {
+  return !holding.blnHeld && amounts.curReturn == Currency{} && amounts.curCost == Currency{};
+}
+
 // The items of one account. The amounts go from item to item: what fails keeps the one before.
 void ListItemsOfAccount(Database& dbDov, std::int32_t account, const std::string& account_name,
                         LatestPrices& prices, Amounts& amounts, bool for_report, Section& section) {
   ForEachRowOf(dbDov, InvestmentItemsText(), [&](Recordset& rec) {
     const std::int32_t item = LongField(rec, "AccountItemNumber");
-    double dblQuantity = 0;
-    const std::int32_t lngError =
-        ResumeNext([&] { dblQuantity = Services().QuantityHeld(dbDov, account, item); });
+    const Holding holding = HeldInAccount(dbDov, account, item);
     const double dblPrice = prices.Of(item);
     Keep(amounts.curReturn, [&] { return SumOfItemInAccount(dbDov, kReturn, account, item); });
     Keep(amounts.curCost, [&] { return SumOfItemInAccount(dbDov, kCost, account, item); });
-    const bool untouched =
-        amounts.curReturn == Currency{} && lngError != 0 && amounts.curCost == Currency{};
-    if (untouched || !for_report) {
+    if (IsUntouched(holding, amounts) || !for_report) {
       return;
     }
-    amounts.curValue = CCur(dblQuantity * dblPrice);
+    amounts.curValue = CCur(holding.dblQuantity * dblPrice);
     section.AddItem(account_name, TextField(rec, "AccountItemName"), amounts);
   });
 }
@@ -165,7 +157,7 @@ void ListItemsOfType(Database& dbDov, std::int32_t type, const std::string& head
     const double dblPrice = prices.Of(item);
     Keep(amounts.curReturn, [&] { return SumOfItem(dbDov, kReturn, item); });
     Keep(amounts.curCost, [&] { return SumOfItem(dbDov, kCost, item); });
-    if (amounts.curReturn == Currency{} && !holding.blnHeld && amounts.curCost == Currency{}) {
+    if (IsUntouched(holding, amounts)) {
       return;
     }
     amounts.curValue = CCur(holding.dblQuantity * dblPrice);
@@ -227,7 +219,7 @@ void YieldByAccount(Database& dbDov, Yields& yields, ChartOrReport lngChartOrRep
     amounts.curCost = SumOfAccount(dbDov, kCost, account);
     section.Finish(name, name + " Yield", amounts);
   });
-  Close(yields, for_report);
+  yields.Close(lngChartOrReportType);
 }
 
 void YieldByType(Database& dbDov, Yields& yields, ChartOrReport lngChartOrReportType,
@@ -249,7 +241,7 @@ void YieldByType(Database& dbDov, Yields& yields, ChartOrReport lngChartOrReport
     }
     section.Finish(head, head + " Yield", amounts);
   });
-  Close(yields, for_report);
+  yields.Close(lngChartOrReportType);
 }
 
 }  // namespace vetlo

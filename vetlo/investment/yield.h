@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "vetlo/investment/target_rows.h"
 #include "vetlo/platform/arrays.h"
 #include "vetlo/platform/format.h"
 #include "vetlo/store/database.h"
@@ -23,9 +24,8 @@ struct YieldRow {
   std::string strYield;
 };
 
-struct Yields {
-  GrowingArray<YieldRow> report;
-  AmountRows chart;  // per cent
+// The amounts of a chart are per cent.
+struct Yields : TargetRows<YieldRow> {
   Currency curTotalGainLoss;
   Currency curTotalYield;  // per cent, 0 where nothing went in
 };
@@ -46,7 +46,7 @@ Currency SumOfItemInAccount(Database& dbDov, YieldFamily family, std::int32_t ln
 Currency SumOfItem(Database& dbDov, YieldFamily family, std::int32_t lngAccountItemNumber);
 Currency SumOfAccount(Database& dbDov, YieldFamily family, std::int32_t lngAccountNumber);
 Currency SumOfItemType(Database& dbDov, YieldFamily family, std::int32_t lngAccountItemTypeNumber);
-// Fails for any attribute but AccountAttrFund.
+// Fails for any attribute but AccountAttrFund, as opening an empty text does.
 Currency SumOfAllInvestments(Database& dbDov, YieldFamily family, std::int32_t lngAttribute);
 
 }  // namespace vetlo

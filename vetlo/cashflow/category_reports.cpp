@@ -29,13 +29,10 @@ Currency OneFlowByCategory(const CategoryRequest& request, const FlowWords& word
   for (const std::int32_t type : {words.own_category_type, words.other_category_type}) {
     section.heading = false;
     section.ListCategories(words.flow, type, [&] {
-      CategorySection::Once(section.heading,
-                            [&] { section.AddHeading(HeadingOfCategories(type)); });
+      Once(section.heading, [&] { section.AddHeading(HeadingOfCategories(type)); });
     });
   }
-  const auto space_once = [&] {
-    CategorySection::Once(section.spacer, [&] { section.AddSpacer(); });
-  };
+  const auto space_once = [&] { Once(section.spacer, [&] { section.AddSpacer(); }); };
   section.ListUnassigned(words, space_once);
   if (section.IsComplete()) {
     request.rows.Close();
@@ -53,11 +50,9 @@ Currency OneFlowByCategory(const CategoryRequest& request, const FlowWords& word
 Currency AddDirection(const CategoryRequest& request, const FlowWords& words) {
   CategorySection section(request, StoredFor(words.flow));
   section.SetTotal(TotalOf(request, words.flow));
-  const auto space_once = [&] {
-    CategorySection::Once(section.spacer, [&] { section.AddSpacer(); });
-  };
+  const auto space_once = [&] { Once(section.spacer, [&] { section.AddSpacer(); }); };
   section.ListCategories(words.flow, words.own_category_type, [&] {
-    CategorySection::Once(section.heading, [&] { section.AddHeading(words.heading); });
+    Once(section.heading, [&] { section.AddHeading(words.heading); });
     space_once();
   });
   section.spacer = false;
@@ -78,17 +73,13 @@ Currency AddCashFlowDirection(const CategoryRequest& request, const FlowWords& w
   CategorySection section(request, StoredFor(words.flow));
   section.SetTotal(TotalOf(request, words.flow));
   const auto head_once = [&] {
-    if (!request.ForReport() || section.heading) {
-      return;
-    }
-    section.AddHeading(words.heading);
-    CategorySection::Once(section.spacer, [&] { section.AddSpacer(); });
-    section.heading = true;
+    Once(section.heading, [&] {
+      section.AddHeading(words.heading);
+      section.AddSpacer();
+    });
   };
   section.ListCategories(words.flow, words.own_category_type, head_once);
-  section.spacer = false;
   section.ListCategories(words.flow, words.other_category_type, head_once);
-  section.spacer = false;
   section.ListUnassigned(words, head_once);
   section.ListRest(words.rest_label, head_once);
   if (section.Total() != Currency{}) {
@@ -114,19 +105,18 @@ Currency AddInvestmentDirection(const CategoryRequest& request, const Investment
                  if (!section.Passes(amount)) {
                    return;
                  }
-                 if (request.ForReport() && !section.heading) {
+                 Once(section.heading, [&] {
                    section.AddSpacer();
                    section.AddHeading(flow.heading);
-                   CategorySection::Once(section.spacer, [&] { section.AddSpacer(); });
-                   section.heading = true;
-                 }
+                   section.AddSpacer();
+                 });
                  section.AddRow(amount, AccountLabel(rec, request.lngChartOrReportType));
                });
-  if (section.Total() != Currency{} && request.ForReport()) {
-    if (!section.heading) {
+  if (section.Total() != Currency{}) {
+    Once(section.heading, [&] {
       section.AddHeading(flow.heading);
-      CategorySection::Once(section.spacer, [&] { section.AddSpacer(); });
-    }
+      section.AddSpacer();
+    });
     section.AddTotal(flow.total_label);
   }
   return section.Total();

@@ -5,6 +5,7 @@
 #include "vetlo/services/report_rows.h"
 
 namespace vetlo {
+
 bool CategorySection::Passes(Currency amount) const {
   return ExceedsShare(amount, total_, LeastShareShown(request_.lngChartOrReportType));
 }
@@ -74,13 +75,6 @@ void CategorySection::ListRest(std::string_view label, const std::function<void(
   if (!IsComplete()) {
     prepare();
     AddRow(total_ - sum_, std::string(label));
-  }
-}
-
-void CategorySection::Once(bool& mark, const std::function<void()>& piece) {
-  if (!mark) {
-    piece();
-    mark = true;
   }
 }
 

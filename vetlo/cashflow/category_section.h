@@ -43,6 +43,15 @@ inline constexpr FlowWords kExpensesWords = {
 // How the amounts of a section are stored.
 enum class Stored { kAsTheyAre, kNegatedInCharts };
 
+// Runs a piece unless it is marked as done, and marks it.
+template <typename Piece>
+void Once(bool& done, const Piece& piece) {
+  if (!done) {
+    piece();
+    done = true;
+  }
+}
+
 // One section of a category report while its rows are added: a direction's total, what of it has
 // been listed, and the marks by which a routine knows what stands already. The routines differ in
 // when they set and clear the marks and in what they add then; that is theirs. Headings and blank
@@ -64,6 +73,7 @@ class CategorySection {
   // True for an amount that is large enough to stand by itself.
   [[nodiscard]] bool Passes(Currency amount) const;
 
+  // Both add nothing to a chart.
   void AddHeading(std::string_view label);
   void AddSpacer();
   void AddRow(Currency amount, std::string label);
@@ -77,9 +87,6 @@ class CategorySection {
   void ListUnassigned(const FlowWords& words, const std::function<void()>& prepare);
   // Lists what is left of the total, where anything is.
   void ListRest(std::string_view label, const std::function<void()>& prepare);
-
-  // A mark that is set once its piece has run.
-  static void Once(bool& mark, const std::function<void()>& piece);
 
  private:
   void ListParts(Flow flow, std::int32_t category);

@@ -90,6 +90,7 @@ class SideRows {
     }
   }
 
+  // In a report and in a chart alike, without a blank line before it.
   void AddHeadingRow() { rows_.AddHeading(side_.heading); }
   void AddBlankLine() { rows_.AddHeading(""); }
 

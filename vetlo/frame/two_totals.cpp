@@ -20,6 +20,11 @@ struct TwoLabels {
   const char* total;
 };
 
+constexpr TwoLabels kNetWorth = {"Assets", "Liabilities", "Net Worth"};
+constexpr TwoLabels kNetIncome = {"Income", "Expenses", "Net Income"};
+
+// What computes is not guarded: its failures go to the caller, and nobody cleans up.
+
 TwoTotals AssetsAndLiabilities(ReportCall& call) {
   call.blnCleanUpArmed = false;
   const auto recAccount = call.dbDov.OpenRecordset("Account");
@@ -27,6 +32,12 @@ TwoTotals AssetsAndLiabilities(ReportCall& call) {
                          ToDouble(TotalLiabilities(call.dbDov, *recAccount, call.dtmToDate))};
   recAccount->Close();
   return totals;
+}
+
+TwoTotals IncomeAndExpenses(ReportCall& call) {
+  call.blnCleanUpArmed = false;
+  return {ToDouble(TotalIncome(call.dbDov, call.dtmFromDate, call.dtmToDate)),
+          ToDouble(TotalExpenses(call.dbDov, call.dtmFromDate, call.dtmToDate))};
 }
 
 void ReportTwoTotals(ReportCall& call, const TwoTotals& totals, const TwoLabels& labels) {
@@ -55,15 +66,6 @@ void ChartTwoTotals(ReportCall& call, const TwoTotals& totals, const TwoLabels& 
   writer.LabelItems({{labels.first, totals.first}, {labels.second, totals.second}},
                     ChartUnit::kMoney, ": ");
 }
-
-TwoTotals IncomeAndExpenses(ReportCall& call) {
-  call.blnCleanUpArmed = false;
-  return {ToDouble(TotalIncome(call.dbDov, call.dtmFromDate, call.dtmToDate)),
-          ToDouble(TotalExpenses(call.dbDov, call.dtmFromDate, call.dtmToDate))};
-}
-
-constexpr TwoLabels kNetWorth = {"Assets", "Liabilities", "Net Worth"};
-constexpr TwoLabels kNetIncome = {"Income", "Expenses", "Net Income"};
 
 }  // namespace
 

@@ -10,8 +10,8 @@ namespace {
 
 // How a frequency is called, and where it can be repeated by a number, the unit that is counted.
 struct Frequency {
-  std::string_view once;
-  std::string_view unit;
+  std::string_view name;
+  std::string_view unit;  // empty: the name stands whatever the number
 };
 
 constexpr std::array<Frequency, 13> kFrequencies = {{
@@ -111,7 +111,7 @@ std::string FrequencyText(std::int32_t lngFrequencyType, std::int32_t lngFrequen
   const Frequency& frequency = kFrequencies.at(at);
   return lngFrequencyExtInfo >= 2 && !frequency.unit.empty()
              ? "Every " + std::to_string(lngFrequencyExtInfo) + " " + std::string(frequency.unit)
-             : std::string(frequency.once);
+             : std::string(frequency.name);
 }
 
 void PaymentCalendarRows(Database& dbDov, Date dtmFromDate, Date dtmToDate,
@@ -129,8 +129,8 @@ void PaymentCalendarRows(Database& dbDov, Date dtmFromDate, Date dtmToDate,
           " ORDER BY T2.TransactionDate,T2.TransactionRecordNumber",
       [&](Recordset& rec) {
         const Date date = DateField(rec, "TransactionDate");
-        const std::string frequency =
-            FrequencyText(LongField(rec, "FrequencyType"), LongField(rec, "FrequencyExtInfo"));
+        const std::int32_t repeat_count = LongField(rec, "FrequencyExtInfo");
+        const std::string frequency = FrequencyText(LongField(rec, "FrequencyType"), repeat_count);
         const Movement movement = MovementOf(rec, names);
         const std::string payee = NameIn(names.payee, rec.Fields("PayeeNumber"), "PayeeName");
         const std::string category = CategoryText(rec, names);

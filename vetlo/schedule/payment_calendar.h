@@ -22,7 +22,8 @@ struct CalendarFilter {
   bool blnWithDeposits = false;
 };
 
-// "Monthly", "Every 3 months", ...; nothing for a frequency that there is not.
+// "Monthly", or with a number from 2 on "Every 3 months"; nothing for a frequency that there is
+// not. Frequencies count from 0; only those of days, weeks, months and years take a number.
 std::string FrequencyText(std::int32_t lngFrequencyType, std::int32_t lngFrequencyExtInfo);
 
 // The schedules dated in a range, by date and then by their transaction's number. No row is a

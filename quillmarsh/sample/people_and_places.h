@@ -206,6 +206,8 @@ struct CategoryKey {
   }
 };
 
+inline constexpr CategoryKey kNoCategory = {};
+
 // The numbers behind a path of kCategories; a path that is not in it does not compile.
 constexpr CategoryKey CategoryOf(std::string_view path) {
   CategoryKey last;
@@ -331,6 +333,8 @@ struct Trade {
   std::int32_t count = 0;
   std::int32_t shop_kind = -1;  // in kFurtherShops
 };
+
+inline constexpr Trade kNobody = {};
 
 // A trade that is not in kPayees does not compile.
 constexpr Trade TradeOf(std::string_view name) {

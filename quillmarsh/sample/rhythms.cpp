@@ -1,6 +1,8 @@
 #include "quillmarsh/sample/rhythms.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <iterator>
 
 namespace quillmarsh {
 namespace {
@@ -15,7 +17,6 @@ constexpr CategoryKey kOwnAccounts = CategoryOf("Transfers:Own Accounts");
 constexpr CategoryKey kDebts = CategoryOf("Transfers:Debts");
 constexpr CategoryKey kCustody = CategoryOf("Bank Fees:Custody");
 constexpr CategoryKey kDividends = CategoryOf("Investment Income:Dividends");
-constexpr Trade kNobody = {};
 
 // What comes in.
 constexpr Rhythm kReceipts[] = {
@@ -136,51 +137,21 @@ constexpr Rhythm kMoves[] = {
      4000},
     {Action::kBorrow, 4, 24, 2, kEverydayChecking, kPrivateLoans, kDebts, TradeOf("relative"),
      90000, 40},
-    {Action::kGainValue, 1, 30, 6, kHouse, 0, {}, kNobody, 190},
-    {Action::kLoseValue, 1, 30, 12, kCar, 0, {}, kNobody, 1100},
-    {Action::kLoseValue, 3, 29, 2, kWallet, 0, {}, kNobody, 400},
+    {Action::kGainValue, 1, 30, 6, kHouse, 0, kNoCategory, kNobody, 190},
+    {Action::kLoseValue, 1, 30, 12, kCar, 0, kNoCategory, kNobody, 1100},
+    {Action::kLoseValue, 3, 29, 2, kWallet, 0, kNoCategory, kNobody, 400},
 };
 
 // What happens to the securities.
 constexpr Rhythm kInvestments[] = {
-    {Action::kInvestCash,
-     12,
-     6,
-     1,
-     kRetirement,
-     kRetirementCash,
-     {},
-     TradeOf("broker"),
-     0,
-     0,
-     Season::kNone,
-     kBalancedFund},
-    {Action::kTrade, 10, 18, 1, kBrokerage, kBrokerageCash, {}, TradeOf("broker")},
-    {Action::kSellHalf,
-     0,
-     12,
-     35,
-     kBrokerage,
-     kBrokerageCash,
-     {},
-     TradeOf("broker"),
-     0,
-     0,
-     Season::kNone,
-     kCorvaneSystems},
+    {Action::kInvestCash, 12, 6, 1, kRetirement, kRetirementCash, kNoCategory, TradeOf("broker"), 0,
+     0, Season::kNone, kBalancedFund},
+    {Action::kTrade, 10, 18, 1, kBrokerage, kBrokerageCash, kNoCategory, TradeOf("broker")},
+    {Action::kSellHalf, 0, 12, 35, kBrokerage, kBrokerageCash, kNoCategory, TradeOf("broker"), 0, 0,
+     Season::kNone, kCorvaneSystems},
     // Nobody said where the rest should go, so it stayed with the broker.
-    {Action::kSellOut,
-     0,
-     8,
-     60,
-     kBrokerage,
-     kNoAccount,
-     {},
-     TradeOf("broker"),
-     0,
-     0,
-     Season::kNone,
-     kCorvaneSystems},
+    {Action::kSellOut, 0, 8, 60, kBrokerage, kNoAccount, kNoCategory, TradeOf("broker"), 0, 0,
+     Season::kNone, kCorvaneSystems},
     {Action::kDividend, 4, 16, 2, kBrokerage, kBrokerageCash, kDividends, kNobody, 75, 5,
      Season::kNone, kArdenwickRail},
     {Action::kDividend, 2, 20, 5, kBrokerage, kNoAccount, kDividends, kNobody, 120, 5,
@@ -189,46 +160,16 @@ constexpr Rhythm kInvestments[] = {
      CategoryOf("Investment Income:Bond Interest"), kNobody, 200, 0, Season::kNone, kDunmereBond},
     {Action::kCapitalGain, 1, 19, 12, kBrokerage, kBrokerageCash,
      CategoryOf("Investment Income:Capital Gains"), kNobody, 210, 20, Season::kNone, kGrowthFund},
-    {Action::kCapitalGain,
-     1,
-     19,
-     12,
-     kRetirement,
-     kRetirementCash,
-     {},
-     kNobody,
-     150,
-     20,
-     Season::kNone,
-     kBalancedFund},
+    {Action::kCapitalGain, 1, 19, 12, kRetirement, kRetirementCash, kNoCategory, kNobody, 150, 20,
+     Season::kNone, kBalancedFund},
     {Action::kHoldingCost, 2, 22, 1, kBrokerage, kBrokerageCash, kCustody, TradeOf("broker"), 25, 0,
      Season::kNone, kGrowthFund},
     {Action::kHoldingCost, 1, 22, 3, kBrokerage, kNoAccount, kCustody, TradeOf("broker"), 15, 0,
      Season::kNone, kBluecairnFoods},
-    {Action::kReceiveUnits,
-     1,
-     31,
-     3,
-     kBrokerage,
-     0,
-     {},
-     TradeOf("employer of Nora"),
-     600,
-     0,
-     Season::kNone,
-     kHaldenWorks},
-    {Action::kGiveUnitsAway,
-     1,
-     5,
-     12,
-     kBrokerage,
-     0,
-     {},
-     TradeOf("charity"),
-     100,
-     0,
-     Season::kNone,
-     kHaldenWorks},
+    {Action::kReceiveUnits, 1, 31, 3, kBrokerage, 0, kNoCategory, TradeOf("employer of Nora"), 600,
+     0, Season::kNone, kHaldenWorks},
+    {Action::kGiveUnitsAway, 1, 5, 12, kBrokerage, 0, kNoCategory, TradeOf("charity"), 100, 0,
+     Season::kNone, kHaldenWorks},
 };
 
 constexpr auto kRhythms = [] {
@@ -271,12 +212,12 @@ constexpr Everyday kEveryday[] = {
     {kExpense, 18, kMostlyCash, CategoryOf("Personal Care"), TradeOf("hairdresser"), 2900},
     {kExpense, 35, kCashOnly, CategoryOf("Pocket Money"), kNobody, 800},
     // Nobody remembers what these were for.
-    {kExpense, 20, kByDebit, {}, TradeOf("supermarket"), 2300},
-    {kExpense, 15, kCashOnly, {}, kNobody, 1200},
+    {kExpense, 20, kByDebit, kNoCategory, TradeOf("supermarket"), 2300},
+    {kExpense, 15, kCashOnly, kNoCategory, kNobody, 1200},
     {kIncome, 14, kByDebit, CategoryOf("Other Income:Used Goods"), kNobody, 2800},
-    {kIncome, 5, kByDebit, {}, TradeOf("friend"), 1500},
-    {kSplit, 12, kMostlyCard, {}, TradeOf("supermarket"), 9800},
-    {kTrade, 9, {}, {}, TradeOf("broker")},
+    {kIncome, 5, kByDebit, kNoCategory, TradeOf("friend"), 1500},
+    {kSplit, 12, kMostlyCard, kNoCategory, TradeOf("supermarket"), 9800},
+    {kTrade, 9, {}, kNoCategory, TradeOf("broker")},
 };
 
 constexpr FirstPurchase kFirstPurchases[] = {

@@ -3,7 +3,8 @@
 
 #include <ostream>
 
-#include "tests/support/trace_lines.h"
+#include "tests/frame/both_rows.h"
+#include "tests/frame/frame_lines.h"
 
 namespace vetlo {
 namespace {
@@ -13,32 +14,35 @@ using ::testing::ElementsAre;
 using ::testing::ElementsAreArray;
 using ::testing::IsEmpty;
 
-constexpr std::int32_t kReportRow = 1;
-constexpr std::int32_t kChartRow = 2;
-
 const std::string kRule(20, '_');  // 2235 twips
 
 // A wallet of 100 of which 30 are spent on the second of three days.
 SmallStore Spending(std::int32_t kind = kBarChart) {
-  TestRow report{.number = kReportRow,
-                 .report_number = 25,
-                 .chart_type = kind,
-                 .title = "Course",
-                 .range = 15,
-                 .from = Day(2026, 3, 2),
-                 .to = Day(2026, 3, 4),
-                 .group = kCallerParametersGroup};
-  TestRow chart = report;
-  chart.number = kChartRow;
-  chart.output = ChartOrReport::kChart;
   SmallStore store;
   store.Account(12, "Wallet", kCashAccount, 100)
       .Account(2, "Second", kSavingsAccount, 5)
-      .Transaction({.type = kExpense, .date = Day(2026, 3, 3), .total = 30, .account = 12})
-      .Row(report)
-      .Row(chart);
+      .Transaction({.type = kExpense, .date = Day(2026, 3, 3), .total = 30, .account = 12});
+  AddBothRows(store, {.report_number = 25,
+                      .chart_type = kind,
+                      .title = "Course",
+                      .range = 15,
+                      .from = Day(2026, 3, 2),
+                      .to = Day(2026, 3, 4),
+                      .group = kCallerParametersGroup});
   return store;
 }
+
+// What a row shows of the spending, or of what some damage has made of it.
+class Shown : public Drawing {
+ public:
+  explicit Shown(std::int32_t row, const Variant& subject = 12, const std::string& damage = "",
+                 SmallStore builder = Spending()) {
+    if (!damage.empty()) {
+      builder.Execute(damage);
+    }
+    EXPECT_EQ(TryToShow(*builder.Open(), row, subject), 0);
+  }
+};
 
 // ---- as a report
 
@@ -48,34 +52,20 @@ TEST(BalanceHistoryReport, IsWrittenInThisOrder) {
   TracedStore traced(*store, drawing.log);
   drawing.Show(traced, kReportRow, 12);
   std::vector<std::string> expected;
-  expected << Put("window", "MousePointer", "11") << Put("report", "MousePointer", "11")
-           << OpenedTables() << Put("report", "Locked", "false") << PutText("report", "Text", "")
-           << Put("report", "SelIndent", "283.5") << Put("report", "SelRightIndent", "283.5")
-           << Put("report", "SelAlignment", "2") << PutText("report", "SelFontName", "Monospace")
-           << Put("report", "SelFontSize", "10.0") << PutText("report", "SelText", "\r\n")
-           << PutText("report", "SelFontName", "MS Sans Serif")
-           << Put("report", "SelFontSize", "12.0")
-           << PutText("report", "SelText", "Course:Cash:Wallet\r\n")
-           << PutText("report", "SelFontName", "Monospace") << Put("report", "SelFontSize", "10.0")
-           << PutText("report", "SelText", "\r\n2026/03/02 Through 2026/03/04\r\n\r\n\r\n")
-           << Put("report", "SelAlignment", "0") << Put("report", "RightMargin", "3192.0")
-           << Put("report", "RightMargin", "12310.0") << Put("report", "SelTabCount", "2")
-           << TabStop(0, "283.5") << TabStop(1, "1678.5")
+  expected << kReportPointers << OpenedTables() << kReportPrepared
+           << HeadingLines("Course:Cash:Wallet", "2026/03/02 Through 2026/03/04")
+           << LayOutLines("3192.0", "1678.5")
            << PutText("report", "SelText",
                       "Date\t Balance\r\n" + kRule + "\r\n\r\n" +  //
                           "2026/03/02\t  100.00\r\n"               //
                           "2026/03/03\t   70.00\r\n"               //
                           "2026/03/04\t   70.00")
-           << Put("report", "Locked", "true") << Put("report", "Visible", "true")
-           << Put("report", "SelStart", "0") << Put("chart", "Visible", "false") << ClosedTables()
-           << Put("window", "MousePointer", "0") << Put("report", "MousePointer", "0");
+           << kReportShown << ClosedTables() << kReportPointersBack;
   EXPECT_THAT(EventsWithWholeTexts(drawing), ElementsAreArray(expected));
 }
 
 TEST(BalanceHistoryReport, OfAnAccountThatIsNotThereIsItsTitleAndCaption) {
-  const auto store = Spending().Open();
-  Drawing drawing;
-  EXPECT_EQ(drawing.TryToShow(*store, kReportRow, 99), 0);
+  const Shown drawing(kReportRow, 99);
   EXPECT_EQ(drawing.report.Text(), "\r\nCourse\r\n\r\n2026/03/02 Through 2026/03/04\r\n\r\n\r\n");
   EXPECT_TRUE(drawing.report.Locked());
   EXPECT_TRUE(drawing.report.Visible());
@@ -83,56 +73,34 @@ TEST(BalanceHistoryReport, OfAnAccountThatIsNotThereIsItsTitleAndCaption) {
 
 // 480 for "Date", 840 for "Balance".
 TEST(BalanceHistoryReport, OfAnAccountThatIsNotThereIsLaidOutForItsHeaders) {
-  const auto store = Spending().Open();
-  Drawing drawing;
-  drawing.Show(*store, kReportRow, 99);
+  const Shown drawing(kReportRow, 99);
   EXPECT_THAT(drawing.Puts("report", "RightMargin"), ElementsAre("2472.0", "12310.0"));
   EXPECT_THAT(drawing.Puts("report", "SelTabs"), ElementsAre("283.5", "958.5"));
 }
 
 TEST(BalanceHistoryReport, OfARangeThatRunsBackwardsIsItsTitleAndCaption) {
-  SmallStore builder = Spending();
-  builder.Execute("UPDATE ChartReportSubType SET ToDate = FromDate - 1");
-  const auto store = builder.Open();
-  Drawing drawing;
-  EXPECT_EQ(drawing.TryToShow(*store, kReportRow, 12), 0);
+  const Shown drawing(kReportRow, 12, "UPDATE ChartReportSubType SET ToDate = FromDate - 1");
   EXPECT_EQ(drawing.report.Text(),
             "\r\nCourse:Cash:Wallet\r\n\r\n2026/03/02 Through 2026/03/01\r\n\r\n\r\n");
 }
 
 TEST(BalanceHistoryReport, OfOneDayHasNoLineEndBehindItsRow) {
-  SmallStore builder = Spending();
-  builder.Execute("UPDATE ChartReportSubType SET ToDate = FromDate");
-  const auto store = builder.Open();
-  Drawing drawing;
-  drawing.Show(*store, kReportRow, 12);
+  const Shown drawing(kReportRow, 12, "UPDATE ChartReportSubType SET ToDate = FromDate");
   EXPECT_TRUE(drawing.report.Text().ends_with("\r\n\r\n2026/03/02\t  100.00"));
 }
 
 TEST(BalanceHistoryReport, OfAnUnknownTypeOfAccountSaysSo) {
-  SmallStore builder = Spending();
-  builder.Execute("UPDATE Account SET AccountType = 77");
-  const auto store = builder.Open();
-  Drawing drawing;
-  drawing.Show(*store, kReportRow, 12);
+  const Shown drawing(kReportRow, 12, "UPDATE Account SET AccountType = 77");
   EXPECT_EQ(drawing.report.Paragraphs().at(1).Text(), "Course:Unknown:Wallet");
 }
 
 TEST(BalanceHistoryReport, ShowsDebtsBelowZero) {
-  SmallStore builder = Spending();
-  builder.Execute("UPDATE Account SET OpeningBalance = -1000000");
-  const auto store = builder.Open();
-  Drawing drawing;
-  drawing.Show(*store, kReportRow, 12);
+  const Shown drawing(kReportRow, 12, "UPDATE Account SET OpeningBalance = -1000000");
   EXPECT_TRUE(drawing.report.Text().ends_with("2026/03/04\t -130.00"));
 }
 
 TEST(BalanceHistoryReport, OfARangeWithoutEndsHasNoCaption) {
-  SmallStore builder = Spending();
-  builder.Execute("UPDATE ChartReportSubType SET DateRangeType = 0");
-  const auto store = builder.Open();
-  Drawing drawing;
-  drawing.Show(*store, kReportRow, 12);
+  const Shown drawing(kReportRow, 12, "UPDATE ChartReportSubType SET DateRangeType = 0");
   EXPECT_EQ(drawing.report.Text(), "\r\nCourse:Cash:Wallet\r\n\r\n\r\nDate\t Balance\r\n" + kRule +
                                        "\r\n\r\n2026/03/03\t   70.00");
 }
@@ -150,9 +118,7 @@ void PrintTo(const SubjectCase& test, std::ostream* out) { *out << test.name; }
 class Subjects : public ::testing::TestWithParam<SubjectCase> {};
 
 TEST_P(Subjects, OfAReport) {
-  const auto store = Spending().Open();
-  Drawing drawing;
-  EXPECT_EQ(drawing.TryToShow(*store, kReportRow, GetParam().parameter), 0);
+  const Shown drawing(kReportRow, GetParam().parameter);
   if (GetParam().account.empty()) {
     EXPECT_THAT(drawing.report.Paragraphs(), IsEmpty());
     EXPECT_THAT(drawing.Puts("report", "SelText"), IsEmpty());
@@ -166,9 +132,7 @@ TEST_P(Subjects, OfAReport) {
 TEST_P(Subjects, OfAChart) {
   SmallStore builder = Spending();
   builder.Account(0, "Nought", kCashAccount, 1);  // not to be taken for a subject that is none
-  const auto store = builder.Open();
-  Drawing drawing;
-  EXPECT_EQ(drawing.TryToShow(*store, kChartRow, GetParam().parameter), 0);
+  const Shown drawing(kChartRow, GetParam().parameter, "", std::move(builder));
   const std::string& account = GetParam().account;
   EXPECT_EQ(drawing.chart.Title(),
             account.empty() ? "Course" : "Course:" + account.substr(account.find(':') + 1));
@@ -211,11 +175,7 @@ TEST(BalanceHistoryChart, IsWrittenInThisOrder) {
   TracedStore traced(*store, drawing.log);
   drawing.Show(traced, kChartRow, 12);
   std::vector<std::string> expected;
-  expected << Put("window", "MousePointer", "11") << Put("chart", "MousePointer", "11") << kDoEvents
-           << OpenedTables() << Put("chart", "Repaint", "false") << Put("chart", "RowCount", "0")
-           << Put("chart", "ColumnCount", "0") << Put("chart", "ShowLegend", "false")
-           << Put("chart", "chartType", "1")
-           << Put("chart", "Legend.Font", R"({"name":"Monospace","size":10.0})")
+  expected << kChartPointers << OpenedTables() << ChartPrepared()
            << Put("chart", "ChartData", "[[100.0],[70.0],[70.0]]") << Put("chart", "Row", "1")
            << PutText("chart", "RowLabel", "2026/03/02") << Put("chart", "Row", "2")
            << PutText("chart", "RowLabel", "2026/03/03") << Put("chart", "Row", "3")
@@ -223,27 +183,21 @@ TEST(BalanceHistoryChart, IsWrittenInThisOrder) {
            << PutText("chart", "ColumnLabel", "Wallet")
            << PutText("chart", "Plot.Axis(1,1).AxisTitle.Text", "$1")
            << PutText("chart", "TitleText", "Course:Wallet")
-           << PutText("chart", "FootnoteText", "2026/03/02 Through 2026/03/04")
-           << Put("chart", "Repaint", "true") << Put("report", "Visible", "false") << ClosedTables()
-           << Put("window", "MousePointer", "0") << Put("chart", "MousePointer", "0")
-           << Put("chart", "Visible", "false") << Put("chart", "Visible", "true");
+           << PutText("chart", "FootnoteText", "2026/03/02 Through 2026/03/04") << kChartShown
+           << ClosedTables() << kChartPointersBack;
   EXPECT_THAT(drawing.Events(), ElementsAreArray(expected));
 }
 
 TEST(BalanceHistoryChart, IsTheSameInEveryKind) {
   for (const std::int32_t kind : {kLineChart, kPieChart}) {
-    const auto store = Spending(kind).Open();
-    Drawing drawing;
-    drawing.Show(*store, kChartRow, 12);
+    const Shown drawing(kChartRow, 12, "", Spending(kind));
     EXPECT_THAT(drawing.chart.ColumnLabels(), ElementsAre("Wallet"));
     EXPECT_THAT(drawing.chart.RowLabels(), ElementsAre("2026/03/02", "2026/03/03", "2026/03/04"));
   }
 }
 
 TEST(BalanceHistoryChart, OfAnAccountThatIsNotThereIsItsTitleAndFootnote) {
-  const auto store = Spending().Open();
-  Drawing drawing;
-  EXPECT_EQ(drawing.TryToShow(*store, kChartRow, 99), 0);
+  const Shown drawing(kChartRow, 99);
   EXPECT_THAT(drawing.Puts("chart", "ChartData"), IsEmpty());
   EXPECT_THAT(drawing.Puts("chart", "ColumnLabel"), IsEmpty());
   EXPECT_THAT(drawing.Puts("chart", "Plot.Axis(1,1).AxisTitle.Text"), IsEmpty());
@@ -252,21 +206,13 @@ TEST(BalanceHistoryChart, OfAnAccountThatIsNotThereIsItsTitleAndFootnote) {
 }
 
 TEST(BalanceHistoryChart, OfARangeThatRunsBackwardsStillNamesItsAccount) {
-  SmallStore builder = Spending();
-  builder.Execute("UPDATE ChartReportSubType SET ToDate = FromDate - 1");
-  const auto store = builder.Open();
-  Drawing drawing;
-  drawing.Show(*store, kChartRow, 12);
+  const Shown drawing(kChartRow, 12, "UPDATE ChartReportSubType SET ToDate = FromDate - 1");
   EXPECT_THAT(drawing.Puts("chart", "ChartData"), IsEmpty());
   EXPECT_EQ(drawing.chart.Title(), "Course:Wallet");
 }
 
 TEST(BalanceHistoryChart, IsScaledAsAWhole) {
-  SmallStore builder = Spending();
-  builder.Execute("UPDATE Account SET OpeningBalance = 20000000000");
-  const auto store = builder.Open();
-  Drawing drawing;
-  drawing.Show(*store, kChartRow, 12);
+  const Shown drawing(kChartRow, 12, "UPDATE Account SET OpeningBalance = 20000000000");
   EXPECT_THAT(drawing.Puts("chart", "ChartData"), ElementsAre("[[2e+05],[199997.0],[199997.0]]"));
   EXPECT_EQ(drawing.chart.AxisTitle(), "$10");
 }

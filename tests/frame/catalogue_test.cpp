@@ -2,9 +2,9 @@
 #include <gtest/gtest.h>
 
 #include <ostream>
-
 #include <set>
 
+#include "tests/frame/both_rows.h"
 #include "tests/support/failing_database.h"
 #include "tests/support/trace_lines.h"
 
@@ -15,35 +15,26 @@ using namespace vetlo::testing;  // NOLINT: the tests speak in its words through
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-constexpr std::int32_t kReportRow = 1;
-constexpr std::int32_t kChartRow = 2;
-
 const std::set<std::int32_t> kWithoutChart = {7, 9, 10, 54, 58, 59};
 
 // An asset, a debt and something earned and spent.
 std::unique_ptr<Database> SmallHousehold(std::int32_t report_number, std::int32_t kind) {
-  TestRow row{.report_number = report_number,
-              .chart_type = kind,
-              .title = "Mine",
-              .range = 15,
-              .from = Day(2026, 1, 1),
-              .to = Day(2026, 3, 31),
-              .parameter1 = 1,
-              .parameter2 = 1};
-  row.number = kReportRow;
-  TestRow chart = row;
-  chart.number = kChartRow;
-  chart.output = ChartOrReport::kChart;
-  return SmallStore()
-      .Account(1, "Bank", kCheckingAccount, 900)
+  SmallStore store;
+  store.Account(1, "Bank", kCheckingAccount, 900)
       .Account(2, "Card", kCreditCard, -40)
       .Insert("Category", {{"CategoryNumber", 1}, {"CategoryName", "Food"}, {"CategoryType", 1}})
       .Insert("Payee", {{"PayeeNumber", 1}, {"PayeeName", "Shop"}})
       .Transaction({.type = kIncome, .total = 100, .account = 1, .category = 1, .payee = 1})
-      .Transaction({.type = kExpense, .total = 30, .account = 1, .category = 1, .payee = 1})
-      .Row(row)
-      .Row(chart)
-      .Open();
+      .Transaction({.type = kExpense, .total = 30, .account = 1, .category = 1, .payee = 1});
+  AddBothRows(store, {.report_number = report_number,
+                      .chart_type = kind,
+                      .title = "Mine",
+                      .range = 15,
+                      .from = Day(2026, 1, 1),
+                      .to = Day(2026, 3, 31),
+                      .parameter1 = 1,
+                      .parameter2 = 1});
+  return store.Open();
 }
 
 class EveryNumber : public ::testing::TestWithParam<std::int32_t> {};
@@ -81,11 +72,9 @@ TEST_P(EveryNumber, IsShownAsAChartOfEveryKind) {
 }
 
 TEST_P(EveryNumber, IsShownOfAnEmptyStore) {
-  TestRow row{.number = kReportRow, .report_number = GetParam(), .title = "Mine"};
-  TestRow chart = row;
-  chart.number = kChartRow;
-  chart.output = ChartOrReport::kChart;
-  const auto store = SmallStore().Row(row).Row(chart).Open();
+  SmallStore builder;
+  AddBothRows(builder, {.report_number = GetParam(), .title = "Mine"});
+  const auto store = builder.Open();
   for (const std::int32_t number : {kReportRow, kChartRow}) {
     Drawing drawing;
     EXPECT_EQ(drawing.TryToShow(*store, number), 0);

@@ -5,10 +5,11 @@
 #include <new>
 #include <ostream>
 
+#include "tests/frame/both_rows.h"
+#include "tests/frame/frame_lines.h"
 #include "tests/support/drawing.h"
 #include "tests/support/failing_database.h"
 #include "tests/support/failing_objects.h"
-#include "tests/support/trace_lines.h"
 
 namespace vetlo {
 namespace {
@@ -21,21 +22,33 @@ using ::testing::IsEmpty;
 
 constexpr std::int32_t kNullUsed = static_cast<std::int32_t>(FailureNumber::kInvalidUseOfNull);
 constexpr std::int32_t kInvalidCall = static_cast<std::int32_t>(FailureNumber::kInvalidCall);
-constexpr std::int32_t kReportRow = 1;
-constexpr std::int32_t kChartRow = 2;
 
 // One account, and the same row as a report and as a chart.
 SmallStore Wallet(const TestRow& row = {}) {
-  TestRow report = row;
-  report.number = kReportRow;
-  report.output = ChartOrReport::kReport;
-  TestRow chart = row;
-  chart.number = kChartRow;
-  chart.output = ChartOrReport::kChart;
   SmallStore store;
-  store.Account(1, "Wallet", kCashAccount, 12.5).Row(report).Row(chart);
+  store.Account(1, "Wallet", kCashAccount, 12.5);
+  AddBothRows(store, row);
   return store;
 }
+
+// Calls on a wallet that name the objects to draw into.
+class WalletCalls : public Drawing {
+ public:
+  explicit WalletCalls(const TestRow& row = {}) : store(Wallet(row).Open()) {}
+
+  bool Call(std::int32_t row, ChartObject* chart_target, ReportObject* report_target) {
+    return CallOn(*store, row, chart_target, report_target);
+  }
+  bool CallOn(Database& database, std::int32_t row, ChartObject* chart_target = nullptr,
+              ReportObject* report_target = nullptr) {
+    return component.ShowChartReport(database, *rows_, row, chart_target, report_target);
+  }
+
+  const std::unique_ptr<Database> store;
+
+ private:
+  const std::unique_ptr<Recordset> rows_ = store->OpenRecordset("ChartReportSubType");
+};
 
 const std::vector<std::string> kGroupTexts = {
     "SELECT * FROM Account WHERE AccountType= 0 OR AccountType= 1 OR AccountType= 2",
@@ -49,16 +62,6 @@ const std::vector<std::string> kGroupTexts = {
     "SELECT * FROM Account WHERE AccountType= 6",
     "SELECT * FROM Account WHERE AccountType<> 4 AND AccountType<> 6"};
 
-const std::vector<std::string> kReportPointers = {Put("window", "MousePointer", "11"),
-                                                  Put("report", "MousePointer", "11")};
-const std::vector<std::string> kChartPointers = {Put("window", "MousePointer", "11"),
-                                                 Put("chart", "MousePointer", "11"), kDoEvents};
-const std::vector<std::string> kReportPointersBack = {Put("window", "MousePointer", "0"),
-                                                      Put("report", "MousePointer", "0")};
-const std::vector<std::string> kChartPointersBack = {
-    Put("window", "MousePointer", "0"), Put("chart", "MousePointer", "0"),
-    Put("chart", "Visible", "false"), Put("chart", "Visible", "true")};
-
 // ---- the order of one call
 
 TEST(ShowChartReport, DrawsAReportInThisOrder) {
@@ -69,28 +72,16 @@ TEST(ShowChartReport, DrawsAReportInThisOrder) {
 
   const std::string rule(21, '_');  // 2355 twips
   std::vector<std::string> expected;
-  expected << kReportPointers << OpenedTables() << Put("report", "Locked", "false")
-           << PutText("report", "Text", "") << Put("report", "SelIndent", "283.5")
-           << Put("report", "SelRightIndent", "283.5") << OpenedAndClosed({"Account"})
-           << OpenedAndClosed(kGroupTexts) << Put("report", "RightMargin", "3312.0")
-           << Put("report", "RightMargin", "12310.0") << Put("report", "SelTabCount", "2")
-           << TabStop(0, "283.5") << TabStop(1, "2038.5") << Put("report", "SelAlignment", "2")
-           << PutText("report", "SelFontName", "Monospace") << Put("report", "SelFontSize", "10.0")
-           << PutText("report", "SelText", "\r\n")
-           << PutText("report", "SelFontName", "MS Sans Serif")
-           << Put("report", "SelFontSize", "12.0") << PutText("report", "SelText", "Mine\r\n")
-           << PutText("report", "SelFontName", "Monospace") << Put("report", "SelFontSize", "10.0")
-           << PutText("report", "SelText", "\r\nUp to 2026/01/31\r\n\r\n\r\n")
-           << Put("report", "SelAlignment", "0")
+  expected << kReportPointers << OpenedTables() << kReportPrepared << OpenedAndClosed({"Account"})
+           << OpenedAndClosed(kGroupTexts) << LayOutLines("3312.0", "2038.5")
+           << HeadingLines("Mine", "Up to 2026/01/31")
            << PutText("report", "SelText",
                       "Account\t Total\r\n" + rule + "\r\n\r\n" +  //
                           "Assets\r\n" + rule + "\r\n" +           //
                           "Cash Accounts\t 12.50\r\n" + "\r\n" +   //
                           "Total Assets\t 12.50\r\n\r\n" +         //
                           rule + "\r\n" + rule + "\r\n" + "Net Worth\t 12.50")
-           << Put("report", "Locked", "true") << Put("report", "Visible", "true")
-           << Put("report", "SelStart", "0") << Put("chart", "Visible", "false") << ClosedTables()
-           << kReportPointersBack;
+           << kReportShown << ClosedTables() << kReportPointersBack;
   EXPECT_THAT(EventsWithWholeTexts(drawing), ElementsAreArray(expected));
 }
 
@@ -102,10 +93,7 @@ TEST(ShowChartReport, DrawsAChartInThisOrder) {
   drawing.Show(traced, kChartRow);
 
   std::vector<std::string> expected;
-  expected << kChartPointers << OpenedTables() << Put("chart", "Repaint", "false")
-           << Put("chart", "RowCount", "0") << Put("chart", "ColumnCount", "0")
-           << Put("chart", "ShowLegend", "true") << Put("chart", "chartType", "1")
-           << Put("chart", "Legend.Font", R"({"name":"Monospace","size":10.0})")
+  expected << kChartPointers << OpenedTables() << ChartPrepared("true")
            << OpenedAndClosed({"Account"}) << OpenedAndClosed(kGroupTexts)
            << Put("chart", "ChartData", "[[12.5,-1.0,12.5]]") << Put("chart", "Row", "1")
            << PutText("chart", "RowLabel", "") << Put("chart", "Column", "1")
@@ -114,18 +102,15 @@ TEST(ShowChartReport, DrawsAChartInThisOrder) {
            << PutText("chart", "ColumnLabel", "Total Assets")
            << PutText("chart", "Plot.Axis(1,1).AxisTitle.Text", "$1")
            << PutText("chart", "TitleText", "Mine:12.50")
-           << PutText("chart", "FootnoteText", "Up to 2026/01/31")
-           << Put("chart", "Repaint", "true") << Put("report", "Visible", "false") << ClosedTables()
+           << PutText("chart", "FootnoteText", "Up to 2026/01/31") << kChartShown << ClosedTables()
            << kChartPointersBack;
   EXPECT_THAT(drawing.Events(), ElementsAreArray(expected));
 }
 
 TEST(ShowChartReport, GivesFalseInEveryCase) {
-  const auto store = Wallet().Open();
-  const auto rows = store->OpenRecordset("ChartReportSubType");
-  Drawing d;
+  WalletCalls d;
   for (const std::int32_t row : {kReportRow, kChartRow, 99}) {
-    EXPECT_FALSE(d.component.ShowChartReport(*store, *rows, row, &d.chart, &d.report)) << row;
+    EXPECT_FALSE(d.Call(row, &d.chart, &d.report)) << row;
   }
 }
 
@@ -236,33 +221,27 @@ INSTANTIATE_TEST_SUITE_P(OfOtherNumbers, NoTargets,
                          ::testing::Values(2, -1, 255, std::numeric_limits<std::int32_t>::max()));
 
 TEST(ShowChartReport, AReportIsNotDrawnIntoTheChartInstead) {
-  const auto store = Wallet().Open();
-  const auto rows = store->OpenRecordset("ChartReportSubType");
-  Drawing d;
-  TracedStore traced(*store, d.log);
-  EXPECT_FALSE(d.component.ShowChartReport(traced, *rows, kReportRow, &d.chart, nullptr));
-  EXPECT_FALSE(d.component.ShowChartReport(traced, *rows, kReportRow));
+  WalletCalls d;
+  TracedStore traced(*d.store, d.log);
+  EXPECT_FALSE(d.CallOn(traced, kReportRow, &d.chart, nullptr));
+  EXPECT_FALSE(d.CallOn(traced, kReportRow));
   EXPECT_THAT(d.Events(), IsEmpty());
 }
 
 TEST(ShowChartReport, AChartIsNotDrawnIntoTheReportInstead) {
-  const auto store = Wallet().Open();
-  const auto rows = store->OpenRecordset("ChartReportSubType");
-  Drawing d;
-  TracedStore traced(*store, d.log);
-  EXPECT_FALSE(d.component.ShowChartReport(traced, *rows, kChartRow, nullptr, &d.report));
-  EXPECT_FALSE(d.component.ShowChartReport(traced, *rows, kChartRow));
+  WalletCalls d;
+  TracedStore traced(*d.store, d.log);
+  EXPECT_FALSE(d.CallOn(traced, kChartRow, nullptr, &d.report));
+  EXPECT_FALSE(d.CallOn(traced, kChartRow));
   EXPECT_THAT(d.Events(), IsEmpty());
 }
 
 TEST(ShowChartReport, NeedsTheTargetAlone) {
-  const auto store = Wallet().Open();
-  const auto rows = store->OpenRecordset("ChartReportSubType");
-  Drawing d;
-  d.component.ShowChartReport(*store, *rows, kReportRow, nullptr, &d.report);
+  WalletCalls d;
+  d.Call(kReportRow, nullptr, &d.report);
   EXPECT_TRUE(d.report.Visible());
   EXPECT_TRUE(d.report.Locked());
-  d.component.ShowChartReport(*store, *rows, kChartRow, &d.chart, nullptr);
+  d.Call(kChartRow, &d.chart, nullptr);
   EXPECT_TRUE(d.chart.Visible());
   EXPECT_TRUE(d.chart.Repaint());
   EXPECT_THAT(d.Puts("chart", "Visible"), ElementsAre("false", "true"));
@@ -329,15 +308,13 @@ TEST(ShowChartReport, LeavesThePointerOfWhatStandsBetweenTargetAndWindow) {
 }
 
 TEST(ShowChartReport, AnObjectRightOnItsWindowShowsTheHourglassAlone) {
-  const auto store = Wallet().Open();
-  const auto rows = store->OpenRecordset("ChartReportSubType");
-  Drawing d;
+  WalletCalls d;
   d.window.SetMousePointer(2);
   const std::size_t before = d.log.events().size();
   RecordingReport report(d.log, &d.window);
   RecordingChart chart(d.log, 12000, &d.window);
-  EXPECT_FALSE(d.component.ShowChartReport(*store, *rows, kReportRow, nullptr, &report));
-  EXPECT_FALSE(d.component.ShowChartReport(*store, *rows, kChartRow, &chart, nullptr));
+  EXPECT_FALSE(d.Call(kReportRow, nullptr, &report));
+  EXPECT_FALSE(d.Call(kChartRow, &chart, nullptr));
   EXPECT_THAT(d.Puts("window", "MousePointer"), ElementsAre("2"));
   EXPECT_EQ(before, 1U);
   EXPECT_THAT(d.Puts("report", "MousePointer"), ElementsAre("11", "0"));
@@ -347,23 +324,19 @@ TEST(ShowChartReport, AnObjectRightOnItsWindowShowsTheHourglassAlone) {
 }
 
 TEST(ShowChartReport, AnObjectAtTheTopShowsTheHourglassAlone) {
-  const auto store = Wallet().Open();
-  const auto rows = store->OpenRecordset("ChartReportSubType");
-  Drawing d;
+  WalletCalls d;
   RecordingReport report(d.log, nullptr);
-  EXPECT_FALSE(d.component.ShowChartReport(*store, *rows, kReportRow, nullptr, &report));
+  EXPECT_FALSE(d.Call(kReportRow, nullptr, &report));
   EXPECT_THAT(d.Puts("report", "MousePointer"), ElementsAre("11", "0"));
   EXPECT_TRUE(report.Visible());
 }
 
 TEST(ShowChartReport, PointersThatCannotBeSetAreLetBe) {
-  const auto store = Wallet().Open();
-  const auto rows = store->OpenRecordset("ChartReportSubType");
-  Drawing d;
+  WalletCalls d;
   FailingWindow window;
   PlainContainer frame(&window);
   FailingReport report(d.log, &frame, {"MousePointer"});
-  EXPECT_FALSE(d.component.ShowChartReport(*store, *rows, kReportRow, nullptr, &report));
+  EXPECT_FALSE(d.Call(kReportRow, nullptr, &report));
   EXPECT_TRUE(report.Visible());
   EXPECT_TRUE(report.Locked());
 }
@@ -388,11 +361,7 @@ TEST_P(NumbersWithoutChart, ShowAClearedChart) {
   TracedStore traced(*store, drawing.log);
   drawing.Show(traced, kChartRow);
   std::vector<std::string> expected;
-  expected << kChartPointers << OpenedTables() << Put("chart", "Repaint", "false")
-           << Put("chart", "RowCount", "0") << Put("chart", "ColumnCount", "0")
-           << Put("chart", "ShowLegend", "false") << Put("chart", "chartType", "1")
-           << Put("chart", "Legend.Font", R"({"name":"Monospace","size":10.0})")
-           << Put("chart", "Repaint", "true") << Put("report", "Visible", "false") << ClosedTables()
+  expected << kChartPointers << OpenedTables() << ChartPrepared() << kChartShown << ClosedTables()
            << kChartPointersBack;
   EXPECT_THAT(drawing.Events(), ElementsAreArray(expected));
 }
@@ -410,11 +379,8 @@ TEST_P(NumbersWithoutReport, ShowAnEmptyDocument) {
   TracedStore traced(*store, drawing.log);
   drawing.Show(traced, kReportRow);
   std::vector<std::string> expected;
-  expected << kReportPointers << OpenedTables() << Put("report", "Locked", "false")
-           << PutText("report", "Text", "") << Put("report", "SelIndent", "283.5")
-           << Put("report", "SelRightIndent", "283.5") << Put("report", "Locked", "true")
-           << Put("report", "Visible", "true") << Put("report", "SelStart", "0")
-           << Put("chart", "Visible", "false") << ClosedTables() << kReportPointersBack;
+  expected << kReportPointers << OpenedTables() << kReportPrepared << kReportShown << ClosedTables()
+           << kReportPointersBack;
   EXPECT_THAT(drawing.Events(), ElementsAreArray(expected));
 }
 
@@ -558,12 +524,10 @@ INSTANTIATE_TEST_SUITE_P(EachOfThem, LookUpTablesThatFail,
                          ::testing::Range(std::size_t{0}, std::size_t{9}));
 
 TEST(ShowChartReport, AFailureInTheSetUpOfAChartEndsTheCallQuietly) {
-  const auto store = Wallet().Open();
-  const auto rows = store->OpenRecordset("ChartReportSubType");
-  Drawing d;
-  TracedStore traced(*store, d.log);
+  WalletCalls d;
+  TracedStore traced(*d.store, d.log);
   FailingChart chart(d.log, &d.frame, {"Legend.Font"});
-  EXPECT_FALSE(d.component.ShowChartReport(traced, *rows, kChartRow, &chart, &d.report));
+  EXPECT_FALSE(d.CallOn(traced, kChartRow, &chart, &d.report));
   std::vector<std::string> between;
   between << OpenedTables() << Put("chart", "Repaint", "false") << Put("chart", "RowCount", "0")
           << Put("chart", "ColumnCount", "0") << Put("chart", "ShowLegend", "false")
@@ -573,11 +537,9 @@ TEST(ShowChartReport, AFailureInTheSetUpOfAChartEndsTheCallQuietly) {
 
 // The chart of the cash flow guards its figures by itself.
 TEST(ShowChartReport, AFailureInAChartThatIsARoutineOfItsOwnEndsTheCallQuietly) {
-  const auto store = Wallet({.report_number = 3}).Open();
-  const auto rows = store->OpenRecordset("ChartReportSubType");
-  Drawing d;
+  WalletCalls d({.report_number = 3});
   FailingChart chart(d.log, &d.frame, {"TitleText"});
-  EXPECT_FALSE(d.component.ShowChartReport(*store, *rows, kChartRow, &chart, &d.report));
+  EXPECT_FALSE(d.Call(kChartRow, &chart, &d.report));
   EXPECT_THAT(d.Puts("chart", "Repaint"), ElementsAre("false"));
   EXPECT_THAT(d.Puts("report", "Visible"), IsEmpty());
   EXPECT_THAT(d.Puts("window", "MousePointer"), ElementsAre("11", "0"));
@@ -598,13 +560,9 @@ TEST(ShowChartReport, AStoreWithoutMemoryForItsTablesEndsTheCallQuietly) {
       return ForwardingDatabase::OpenRecordset(source, type);
     }
   };
-  const auto store = Wallet().Open();
-  const auto rows = store->OpenRecordset("ChartReportSubType");
-  StoreWithoutMemory poor(*store);
-  Drawing d;
-  EXPECT_EQ(ResumeNext(
-                [&] { d.component.ShowChartReport(poor, *rows, kReportRow, &d.chart, &d.report); }),
-            0);
+  WalletCalls d;
+  StoreWithoutMemory poor(*d.store);
+  EXPECT_EQ(ResumeNext([&] { d.CallOn(poor, kReportRow, &d.chart, &d.report); }), 0);
   EXPECT_EQ(d.Events(), QuietReport());
 }
 
@@ -630,21 +588,17 @@ TEST(ShowChartReport, AChartWithoutSurfacesToMeasureOnEndsTheCallQuietly) {
 }
 
 TEST(ShowChartReport, AFailureAfterAnEmptyDispatchOfAChartEndsTheCallQuietly) {
-  const auto store = Wallet({.report_number = 7}).Open();
-  const auto rows = store->OpenRecordset("ChartReportSubType");
-  Drawing d;
+  WalletCalls d({.report_number = 7});
   FailingChart chart(d.log, &d.frame, {"Repaint true"});
-  EXPECT_FALSE(d.component.ShowChartReport(*store, *rows, kChartRow, &chart, &d.report));
+  EXPECT_FALSE(d.Call(kChartRow, &chart, &d.report));
   EXPECT_THAT(d.Puts("report", "Visible"), IsEmpty());
   EXPECT_THAT(d.Puts("chart", "MousePointer"), ElementsAre("11", "0"));
 }
 
 TEST(ShowChartReport, AChartThatCannotBeShownAnewIsLetBe) {
-  const auto store = Wallet().Open();
-  const auto rows = store->OpenRecordset("ChartReportSubType");
-  Drawing d;
+  WalletCalls d;
   FailingChart chart(d.log, &d.frame, {"Visible"});
-  EXPECT_FALSE(d.component.ShowChartReport(*store, *rows, kChartRow, &chart, &d.report));
+  EXPECT_FALSE(d.Call(kChartRow, &chart, &d.report));
   EXPECT_THAT(d.Puts("window", "MousePointer"), ElementsAre("11", "0"));
 }
 
@@ -691,13 +645,8 @@ TEST(ShowChartReport, AChartWhoseFiguresFailIsItsTitleAndFootnote) {
   Drawing drawing;
   EXPECT_EQ(drawing.TryToShow(*store, kChartRow), 0);
   std::vector<std::string> expected;
-  expected << kChartPointers << Put("chart", "Repaint", "false") << Put("chart", "RowCount", "0")
-           << Put("chart", "ColumnCount", "0") << Put("chart", "ShowLegend", "false")
-           << Put("chart", "chartType", "1")
-           << Put("chart", "Legend.Font", R"({"name":"Monospace","size":10.0})")
-           << PutText("chart", "TitleText", "Mine:0.00")
-           << PutText("chart", "FootnoteText", "Up to 2026/03/20")
-           << Put("chart", "Repaint", "true") << Put("report", "Visible", "false")
+  expected << kChartPointers << ChartPrepared() << PutText("chart", "TitleText", "Mine:0.00")
+           << PutText("chart", "FootnoteText", "Up to 2026/03/20") << kChartShown
            << kChartPointersBack;
   EXPECT_THAT(drawing.Events(), ElementsAreArray(expected));
 }
@@ -722,16 +671,12 @@ TEST(ShowChartReport, TheKindOfAllDatesHasNoCaption) {
 class ReportsThatFail : public ::testing::TestWithParam<std::string> {};
 
 TEST_P(ReportsThatFail, FailToTheCaller) {
-  const auto store = Wallet().Open();
-  const auto rows = store->OpenRecordset("ChartReportSubType");
-  Drawing d;
+  WalletCalls d;
   FailurePlan never;
-  FailingDatabase watched(*store, never);
+  FailingDatabase watched(*d.store, never);
   TracedStore traced(watched, d.log);
   FailingReport report(d.log, &d.frame, {GetParam()});
-  EXPECT_EQ(ResumeNext(
-                [&] { d.component.ShowChartReport(traced, *rows, kReportRow, &d.chart, &report); }),
-            kInvalidCall);
+  EXPECT_EQ(ResumeNext([&] { d.CallOn(traced, kReportRow, &d.chart, &report); }), kInvalidCall);
   EXPECT_THAT(d.Puts("window", "MousePointer"), ElementsAre("11"));
   EXPECT_THAT(d.Puts("report", "MousePointer"), ElementsAre("11"));
   EXPECT_THAT(d.Events(), ::testing::Not(Contains(Closed("Payee"))));
@@ -746,25 +691,19 @@ INSTANTIATE_TEST_SUITE_P(Where, ReportsThatFail,
                                            "Locked true", "Visible"));
 
 TEST(ShowChartReport, AReportThatFailsWhileItIsWrittenStaysUnlocked) {
-  const auto store = Wallet().Open();
-  const auto rows = store->OpenRecordset("ChartReportSubType");
-  Drawing d;
+  WalletCalls d;
   FailingReport report(d.log, &d.frame, {"SelText"});
-  ResumeNext([&] { d.component.ShowChartReport(*store, *rows, kReportRow, nullptr, &report); });
+  ResumeNext([&] { d.Call(kReportRow, nullptr, &report); });
   EXPECT_FALSE(report.Locked());
 }
 
 class ChartsThatFail : public ::testing::TestWithParam<std::string> {};
 
 TEST_P(ChartsThatFail, FailToTheCallerOnceFiguresAreComputed) {
-  const auto store = Wallet().Open();
-  const auto rows = store->OpenRecordset("ChartReportSubType");
-  Drawing d;
-  TracedStore traced(*store, d.log);
+  WalletCalls d;
+  TracedStore traced(*d.store, d.log);
   FailingChart chart(d.log, &d.frame, {GetParam()});
-  EXPECT_EQ(
-      ResumeNext([&] { d.component.ShowChartReport(traced, *rows, kChartRow, &chart, &d.report); }),
-      kInvalidCall);
+  EXPECT_EQ(ResumeNext([&] { d.CallOn(traced, kChartRow, &chart, &d.report); }), kInvalidCall);
   EXPECT_THAT(d.Puts("window", "MousePointer"), ElementsAre("11"));
   EXPECT_THAT(d.Puts("chart", "MousePointer"), ElementsAre("11"));
   EXPECT_THAT(d.Puts("chart", "Repaint"), ElementsAre("false"));
@@ -775,12 +714,10 @@ TEST_P(ChartsThatFail, FailToTheCallerOnceFiguresAreComputed) {
 INSTANTIATE_TEST_SUITE_P(Where, ChartsThatFail, ::testing::Values("TitleText", "Repaint true"));
 
 TEST(ShowChartReport, ACallAfterAFailedOneDraws) {
-  const auto store = Wallet().Open();
-  const auto rows = store->OpenRecordset("ChartReportSubType");
-  Drawing d;
+  WalletCalls d;
   FailingReport failing(d.log, &d.frame, {"SelText"});
-  ResumeNext([&] { d.component.ShowChartReport(*store, *rows, kReportRow, nullptr, &failing); });
-  EXPECT_EQ(d.TryToShow(*store, kReportRow), 0);
+  ResumeNext([&] { d.Call(kReportRow, nullptr, &failing); });
+  EXPECT_EQ(d.TryToShow(*d.store, kReportRow), 0);
   EXPECT_TRUE(d.report.Locked());
 }
 

@@ -3,9 +3,10 @@
 
 #include <ostream>
 
+#include "tests/frame/both_rows.h"
+#include "tests/frame/frame_lines.h"
 #include "tests/support/failing_database.h"
 #include "tests/support/failing_objects.h"
-#include "tests/support/trace_lines.h"
 
 namespace vetlo {
 namespace {
@@ -16,24 +17,18 @@ using ::testing::ElementsAre;
 using ::testing::ElementsAreArray;
 using ::testing::IsEmpty;
 
-constexpr std::int32_t kReportRow = 1;
-constexpr std::int32_t kChartRow = 2;
+TestRow RowOf(std::int32_t report_number, std::int32_t kind) {
+  return {.report_number = report_number,
+          .chart_type = kind,
+          .title = "Mine",
+          .range = 12,
+          .to = Day(2026, 1, 31)};
+}
 
 SmallStore Household(std::int32_t kind = kBarChart, std::int32_t report_number = 18) {
-  TestRow report{.number = kReportRow,
-                 .report_number = report_number,
-                 .chart_type = kind,
-                 .title = "Mine",
-                 .range = 12,
-                 .to = Day(2026, 1, 31)};
-  TestRow chart = report;
-  chart.number = kChartRow;
-  chart.output = ChartOrReport::kChart;
   SmallStore store;
-  store.Account(1, "Bank", kCheckingAccount, 1234.5)
-      .Account(2, "Card", kCreditCard, -40.25)
-      .Row(report)
-      .Row(chart);
+  store.Account(1, "Bank", kCheckingAccount, 1234.5).Account(2, "Card", kCreditCard, -40.25);
+  AddBothRows(store, RowOf(report_number, kind));
   return store;
 }
 
@@ -46,27 +41,14 @@ TEST_P(AssetsAndLiabilities, AreReportedInThisOrder) {
   drawing.Show(traced, kReportRow);
   const std::string rule(22, '_');  // 1320 + 195 + 960 = 2475 twips
   std::vector<std::string> expected;
-  expected << Put("window", "MousePointer", "11") << Put("report", "MousePointer", "11")
-           << OpenedTables() << Put("report", "Locked", "false") << PutText("report", "Text", "")
-           << Put("report", "SelIndent", "283.5") << Put("report", "SelRightIndent", "283.5")
-           << OpenedAndClosed({"Account"}) << Put("report", "RightMargin", "3432.0")
-           << Put("report", "RightMargin", "12310.0") << Put("report", "SelTabCount", "2")
-           << TabStop(0, "283.5") << TabStop(1, "1798.5") << Put("report", "SelAlignment", "2")
-           << PutText("report", "SelFontName", "Monospace") << Put("report", "SelFontSize", "10.0")
-           << PutText("report", "SelText", "\r\n")
-           << PutText("report", "SelFontName", "MS Sans Serif")
-           << Put("report", "SelFontSize", "12.0") << PutText("report", "SelText", "Mine\r\n")
-           << PutText("report", "SelFontName", "Monospace") << Put("report", "SelFontSize", "10.0")
-           << PutText("report", "SelText", "\r\nUp to 2026/01/31\r\n\r\n\r\n")
-           << Put("report", "SelAlignment", "0")
+  expected << kReportPointers << OpenedTables() << kReportPrepared << OpenedAndClosed({"Account"})
+           << LayOutLines("3432.0", "1798.5") << HeadingLines("Mine", "Up to 2026/01/31")
            << PutText("report", "SelText",
                       "Item\t    Total\r\n" + rule + "\r\n\r\n" +  //
                           "Assets\t 1,234.50\r\n" +                //
                           "Liabilities\t    40.25\r\n\r\n" +       //
                           rule + "\r\n" + rule + "\r\n" + "Net Worth\t 1,194.25")
-           << Put("report", "Locked", "true") << Put("report", "Visible", "true")
-           << Put("report", "SelStart", "0") << Put("chart", "Visible", "false") << ClosedTables()
-           << Put("window", "MousePointer", "0") << Put("report", "MousePointer", "0");
+           << kReportShown << ClosedTables() << kReportPointersBack;
   EXPECT_THAT(EventsWithWholeTexts(drawing), ElementsAreArray(expected));
 }
 
@@ -111,21 +93,15 @@ TEST_P(AssetsAndLiabilitiesChart, IsWrittenInThisOrder) {
   TracedStore traced(*store, drawing.log);
   drawing.Show(traced, kChartRow);
   std::vector<std::string> expected;
-  expected << Put("window", "MousePointer", "11") << Put("chart", "MousePointer", "11") << kDoEvents
-           << OpenedTables() << Put("chart", "Repaint", "false") << Put("chart", "RowCount", "0")
-           << Put("chart", "ColumnCount", "0") << Put("chart", "ShowLegend", "false")
-           << Put("chart", "chartType", GetParam().chart_type)
-           << Put("chart", "Legend.Font", R"({"name":"Monospace","size":10.0})")
+  expected << kChartPointers << OpenedTables() << ChartPrepared("false", GetParam().chart_type)
            << OpenedAndClosed({"Account"}) << Put("chart", "ChartData", "[[1234.5,40.25]]")
            << PutText("chart", "TitleText", "Mine")
            << PutText("chart", "FootnoteText", "Up to 2026/01/31")
            << PutText("chart", "Plot.Axis(1,1).AxisTitle.Text", "$1") << Put("chart", "Row", "1")
            << PutText("chart", "RowLabel", "") << Put("chart", "Column", "1")
            << PutText("chart", "ColumnLabel", GetParam().assets) << Put("chart", "Column", "2")
-           << PutText("chart", "ColumnLabel", GetParam().liabilities)
-           << Put("chart", "Repaint", "true") << Put("report", "Visible", "false") << ClosedTables()
-           << Put("window", "MousePointer", "0") << Put("chart", "MousePointer", "0")
-           << Put("chart", "Visible", "false") << Put("chart", "Visible", "true");
+           << PutText("chart", "ColumnLabel", GetParam().liabilities) << kChartShown
+           << ClosedTables() << kChartPointersBack;
   EXPECT_THAT(drawing.Events(), ElementsAreArray(expected));
 }
 
@@ -153,22 +129,12 @@ TEST(AssetsAndLiabilitiesChart, ShowsUnscaledAmountsInSlices) {
 // ---- income and expenses
 
 SmallStore Earning(std::int32_t report_number, std::int32_t kind) {
-  TestRow report{.number = kReportRow,
-                 .report_number = report_number,
-                 .chart_type = kind,
-                 .title = "Mine",
-                 .range = 12,
-                 .to = Day(2026, 1, 31)};
-  TestRow chart = report;
-  chart.number = kChartRow;
-  chart.output = ChartOrReport::kChart;
   SmallStore store;
   store.Account(1, "Bank", kCheckingAccount, 7)
       .Insert("Category", {{"CategoryNumber", 1}, {"CategoryName", "Work"}, {"CategoryType", 0}})
       .Transaction({.type = kIncome, .total = 1234.5, .account = 1, .category = 1})
-      .Transaction({.type = kExpense, .total = 40.25, .account = 1, .category = 1})
-      .Row(report)
-      .Row(chart);
+      .Transaction({.type = kExpense, .total = 40.25, .account = 1, .category = 1});
+  AddBothRows(store, RowOf(report_number, kind));
   return store;
 }
 

@@ -3,7 +3,6 @@
 
 #include "tests/investment/securities.h"
 #include "tests/support/failing_objects.h"
-#include "tests/support/raises.h"
 #include "tests/support/trace_lines.h"
 
 // The reports and charts of investments as their objects receive them.
@@ -58,6 +57,33 @@ std::string ReportOf(SmallStore builder, std::int32_t report_number,
   EXPECT_TRUE(drawing.report.Locked());
   return drawing.report.Text();
 }
+
+// A row of a number as a chart.
+class ShownChart : public Drawing {
+ public:
+  ShownChart(SmallStore builder, std::int32_t report_number, std::int32_t kind,
+             const Variant& subject) {
+    const auto store = builder.Row(RowOf(report_number, ChartOrReport::kChart, kind)).Open();
+    EXPECT_EQ(TryToShow(*store, kRow, subject), 0);
+  }
+};
+
+// What becomes of a chart whose title cannot be put.
+struct UntitledChart {
+  explicit UntitledChart(std::int32_t report_number) {
+    const auto store =
+        Household().Row(RowOf(report_number, ChartOrReport::kChart, kBarChart)).Open();
+    const auto rows = store->OpenRecordset("ChartReportSubType");
+    Drawing drawing;
+    FailingChart chart(drawing.log, &drawing.frame, {"TitleText"});
+    failure = ResumeNext(
+        [&] { drawing.component.ShowChartReport(*store, *rows, kRow, &chart, &drawing.report); });
+    repainted = chart.Repaint();
+  }
+
+  std::int32_t failure = 0;
+  bool repainted = false;
+};
 
 std::string Heading(const std::string& title = "Mine") {
   return "\r\n" + title + "\r\n\r\n" + kCaption + "\r\n\r\n\r\n";
@@ -183,10 +209,7 @@ TEST_P(EmptyInvestments, AreTitleAndCaptionInAReport) {
 }
 
 TEST_P(EmptyInvestments, AreTitleAndFootnoteInAChart) {
-  SmallStore builder;
-  const auto store = builder.Row(RowOf(GetParam(), ChartOrReport::kChart, kBarChart)).Open();
-  Drawing drawing;
-  EXPECT_EQ(drawing.TryToShow(*store, kRow, 5), 0);
+  const ShownChart drawing(SmallStore(), GetParam(), kBarChart, 5);
   EXPECT_EQ(drawing.chart.Title(), GetParam() == 24 || GetParam() == 53 ? "Mine:0.00" : "Mine");
   EXPECT_EQ(drawing.chart.Footnote(), kCaption);
   EXPECT_THAT(drawing.Puts("chart", "ChartData"), IsEmpty());
@@ -244,10 +267,7 @@ TEST_P(PriceSubjects, ThatAreNoNumbersLeaveAReportEmpty) {
 }
 
 TEST_P(PriceSubjects, ThatAreNoNumbersLeaveAChartItsTitleAndFootnote) {
-  SmallStore builder = Household();
-  const auto store = builder.Row(RowOf(GetParam(), ChartOrReport::kChart, kBarChart)).Open();
-  Drawing drawing;
-  EXPECT_EQ(drawing.TryToShow(*store, kRow, Null{}), 0);
+  const ShownChart drawing(Household(), GetParam(), kBarChart, Null{});
   EXPECT_EQ(drawing.chart.Title(), "Mine");
   EXPECT_EQ(drawing.chart.Footnote(), kCaption);
   EXPECT_THAT(drawing.Puts("chart", "ChartData"), IsEmpty());
@@ -260,31 +280,15 @@ INSTANTIATE_TEST_SUITE_P(OfEveryNumber, PriceSubjects, ::testing::Values(26, 27)
 // The chart of the yields by account is drawn in the frame, those of the yields by type and of all
 // prices by routines apart.
 TEST(InvestmentChartThatFailsWhenShown, TellsTheCallerOfYieldsByAccount) {
-  SmallStore builder = Household();
-  const auto store = builder.Row(RowOf(15, ChartOrReport::kChart, kBarChart)).Open();
-  Drawing drawing;
-  FailingChart chart(drawing.log, &drawing.frame, {"TitleText"});
-  const auto rows = store->OpenRecordset("ChartReportSubType");
-  EXPECT_TRUE(Raises(FailureNumber::kInvalidCall, [&] {
-    drawing.component.ShowChartReport(*store, *rows, kRow, &chart, &drawing.report, Empty{},
-                                      Empty{});
-  }));
+  EXPECT_EQ(UntitledChart(15).failure, static_cast<std::int32_t>(FailureNumber::kInvalidCall));
 }
 
 class ChartApartThatFailsWhenShown : public ::testing::TestWithParam<std::int32_t> {};
 
 TEST_P(ChartApartThatFailsWhenShown, EndsQuietlyAndIsNotRepainted) {
-  SmallStore builder = Household();
-  const auto store = builder.Row(RowOf(GetParam(), ChartOrReport::kChart, kBarChart)).Open();
-  Drawing drawing;
-  FailingChart chart(drawing.log, &drawing.frame, {"TitleText"});
-  const auto rows = store->OpenRecordset("ChartReportSubType");
-  EXPECT_EQ(ResumeNext([&] {
-              drawing.component.ShowChartReport(*store, *rows, kRow, &chart, &drawing.report,
-                                                Empty{}, Empty{});
-            }),
-            0);
-  EXPECT_FALSE(chart.Repaint());
+  const UntitledChart chart(GetParam());
+  EXPECT_EQ(chart.failure, 0);
+  EXPECT_FALSE(chart.repainted);
 }
 
 INSTANTIATE_TEST_SUITE_P(OfEveryNumber, ChartApartThatFailsWhenShown, ::testing::Values(16, 17));
@@ -309,11 +313,8 @@ void PrintTo(const ChartCase& test, std::ostream* out) {
 class InvestmentChart : public ::testing::TestWithParam<ChartCase> {};
 
 TEST_P(InvestmentChart, HasItsDataLabelsAndTitle) {
-  SmallStore builder = Household();
-  const auto store =
-      builder.Row(RowOf(GetParam().report_number, ChartOrReport::kChart, GetParam().kind)).Open();
-  Drawing drawing;
-  EXPECT_EQ(drawing.TryToShow(*store, kRow, GetParam().subject), 0);
+  const ShownChart drawing(Household(), GetParam().report_number, GetParam().kind,
+                           GetParam().subject);
   EXPECT_THAT(drawing.Puts("chart", "ChartData"), ElementsAre(GetParam().data));
   EXPECT_THAT(drawing.Puts("chart", "RowLabel"), ElementsAreArray(GetParam().row_labels));
   EXPECT_THAT(drawing.Puts("chart", "ColumnLabel"), ElementsAreArray(GetParam().column_labels));
@@ -395,9 +396,7 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(ItemPricesChart, OfAnItemThatIsGoneHasABareTitleAndNoLabel) {
   SmallStore builder = Household();
   builder.Execute("DELETE FROM AccountItem");
-  const auto store = builder.Row(RowOf(27, ChartOrReport::kChart, kLineChart)).Open();
-  Drawing drawing;
-  drawing.Show(*store, kRow, 11);
+  const ShownChart drawing(std::move(builder), 27, kLineChart, 11);
   EXPECT_THAT(drawing.Puts("chart", "ChartData"), ElementsAre("[[100.0],[110.0]]"));
   EXPECT_THAT(drawing.Puts("chart", "ColumnLabel"), ElementsAreArray(kNoLabel));
   EXPECT_EQ(drawing.chart.Title(), "Mine");
@@ -407,9 +406,7 @@ TEST(ItemPricesChart, OfAnItemThatIsGoneHasABareTitleAndNoLabel) {
 TEST(AccountPricesChart, OfAnAccountWithAnEmptyNameKeepsTheColon) {
   SmallStore builder = Household();
   builder.Execute("UPDATE Account SET AccountName = '' WHERE AccountNumber = 5");
-  const auto store = builder.Row(RowOf(26, ChartOrReport::kChart, kLineChart)).Open();
-  Drawing drawing;
-  drawing.Show(*store, kRow, kBroker);
+  const ShownChart drawing(std::move(builder), 26, kLineChart, kBroker);
   EXPECT_EQ(drawing.chart.Title(), "Mine:");
 }
 

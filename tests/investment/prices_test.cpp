@@ -57,13 +57,13 @@ class PriceHistories : public ::testing::TestWithParam<Scope> {
       AllInvestmentsPriceHistory(store, kFrom, kTo, history, target);
     }
   }
-  static PriceHistory HistoryOf(SmallStore& builder, ChartOrReport target = kReport) {
+  static PriceHistory HistoryOf(SmallStore builder, ChartOrReport target = kReport) {
     const auto store = builder.Open();
     PriceHistory history;
     Run(*store, history, target);
     return history;
   }
-  static std::int32_t ErrorOf(SmallStore& builder) {
+  static std::int32_t ErrorOf(SmallStore builder) {
     const auto store = builder.Open();
     PriceHistory history;
     return ResumeNext([&] { Run(*store, history); });
@@ -76,158 +76,124 @@ INSTANTIATE_TEST_SUITE_P(Of, PriceHistories, ::testing::Values(Scope::kAccount, 
                            return test.param == Scope::kAccount ? "OneAccount" : "AllAccounts";
                          });
 
-SmallStore OneHeld() {
+// What an item cost on a day of March.
+struct Price {
+  std::int32_t item = 1;
+  double day = 0;
+  double price = 0;
+  std::int32_t price_type = kCharted;
+};
+
+SmallStore Priced(SmallStore store, const std::vector<Price>& prices) {
+  for (const Price& price : prices) {
+    AddPrice(store, price.item, price.day, price.price, price.price_type);
+  }
+  return store;
+}
+
+SmallStore OneHeld(const std::vector<Price>& prices = {}) {
   SmallStore store = Market();
   AddItem(store, 1, "Alder");
   Hold(store, 1, 10);
-  return store;
+  return Priced(std::move(store), prices);
 }
 
-SmallStore TwoHeld() {
+SmallStore TwoHeld(const std::vector<Price>& prices) {
   SmallStore store = OneHeld();
   AddItem(store, 2, "Birch", kBond);
   Hold(store, 2, 1);
-  return store;
+  return Priced(std::move(store), prices);
 }
 
 TEST_P(PriceHistories, ShowTheFirstDayAndEveryDayOfAChange) {
-  SmallStore store = OneHeld();
-  AddPrice(store, 1, 5, 10);
-  AddPrice(store, 1, 6, 10);
-  AddPrice(store, 1, 9, 12.5);
-  AddPrice(store, 1, 12, 12.5);
-  EXPECT_THAT(RowsOf(HistoryOf(store)),
+  EXPECT_THAT(RowsOf(HistoryOf(OneHeld({{1, 5, 10}, {1, 6, 10}, {1, 9, 12.5}, {1, 12, 12.5}}))),
               ElementsAre(Shown{"2026/03/05", {10}}, Shown{"2026/03/09", {12.5}}));
 }
 
 TEST_P(PriceHistories, ShowAllItemsOnADayOnWhichOneChanges) {
-  SmallStore store = TwoHeld();
-  AddPrice(store, 1, 5, 10);
-  AddPrice(store, 2, 5, 99);
-  AddPrice(store, 2, 7, 98);
-  EXPECT_THAT(RowsOf(HistoryOf(store)),
+  EXPECT_THAT(RowsOf(HistoryOf(TwoHeld({{1, 5, 10}, {2, 5, 99}, {2, 7, 98}}))),
               ElementsAre(Shown{"2026/03/05", {10, 99}}, Shown{"2026/03/07", {10, 98}}));
 }
 
 TEST_P(PriceHistories, ShowNothingForAnItemBeforeItsFirstPrice) {
-  SmallStore store = TwoHeld();
-  AddPrice(store, 1, 5, 10);
-  AddPrice(store, 2, 9, 99);
-  EXPECT_THAT(RowsOf(HistoryOf(store)),
+  EXPECT_THAT(RowsOf(HistoryOf(TwoHeld({{1, 5, 10}, {2, 9, 99}}))),
               ElementsAre(Shown{"2026/03/05", {10, 0}}, Shown{"2026/03/09", {10, 99}}));
 }
 
 TEST_P(PriceHistories, TakeAPriceFromBeforeTheRange) {
-  SmallStore store = TwoHeld();
-  AddPrice(store, 1, 5, 10);
-  AddPrice(store, 2, -5, 97);
-  AddPrice(store, 2, 9, 99);
-  EXPECT_THAT(RowsOf(HistoryOf(store)),
+  EXPECT_THAT(RowsOf(HistoryOf(TwoHeld({{1, 5, 10}, {2, -5, 97}, {2, 9, 99}}))),
               ElementsAre(Shown{"2026/03/05", {10, 97}}, Shown{"2026/03/09", {10, 99}}));
 }
 
 TEST_P(PriceHistories, TakeTheLastEnteredOfTwoPricesOnADay) {
-  SmallStore store = OneHeld();
-  AddPrice(store, 1, 5, 12);
-  AddPrice(store, 1, 5, 11);
-  EXPECT_THAT(RowsOf(HistoryOf(store)), ElementsAre(Shown{"2026/03/05", {11}}));
+  EXPECT_THAT(RowsOf(HistoryOf(OneHeld({{1, 5, 12}, {1, 5, 11}}))),
+              ElementsAre(Shown{"2026/03/05", {11}}));
 }
 
 TEST_P(PriceHistories, IgnoreOtherPriceTypes) {
-  SmallStore store = OneHeld();
-  AddPrice(store, 1, 5, 10);
-  AddPrice(store, 1, 6, 77, kUncharted);
-  EXPECT_THAT(RowsOf(HistoryOf(store)), ElementsAre(Shown{"2026/03/05", {10}}));
+  EXPECT_THAT(RowsOf(HistoryOf(OneHeld({{1, 5, 10}, {1, 6, 77, kUncharted}}))),
+              ElementsAre(Shown{"2026/03/05", {10}}));
 }
 
 TEST_P(PriceHistories, BeginAndEndWithTheDaysOfTheRange) {
-  SmallStore store = OneHeld();
-  AddPrice(store, 1, 0, 1);
-  AddPrice(store, 1, 1, 2);
-  AddPrice(store, 1, 31, 3);
-  AddPrice(store, 1, 32, 4);
-  EXPECT_THAT(RowsOf(HistoryOf(store)),
+  EXPECT_THAT(RowsOf(HistoryOf(OneHeld({{1, 0, 1}, {1, 1, 2}, {1, 31, 3}, {1, 32, 4}}))),
               ElementsAre(Shown{"2026/03/01", {2}}, Shown{"2026/03/31", {3}}));
 }
 
 TEST_P(PriceHistories, ShowAnOnlyPriceOfZero) {
-  SmallStore store = OneHeld();
-  AddPrice(store, 1, 5, 0);
-  EXPECT_THAT(RowsOf(HistoryOf(store)), ElementsAre(Shown{"2026/03/05", {0}}));
+  EXPECT_THAT(RowsOf(HistoryOf(OneHeld({{1, 5, 0}}))), ElementsAre(Shown{"2026/03/05", {0}}));
 }
 
 // The number of days is rounded: from a quarter past one day to the start of another is 3.75 days
 // and one, which makes five.
 TEST_P(PriceHistories, RoundTheNumberOfDaysWherePricesHaveATimeOfDay) {
-  SmallStore store = OneHeld();
-  AddPrice(store, 1, 5.25, 10);
-  AddPrice(store, 1, 9, 11);
-  EXPECT_THAT(RowsOf(HistoryOf(store)),
+  EXPECT_THAT(RowsOf(HistoryOf(OneHeld({{1, 5.25, 10}, {1, 9, 11}}))),
               ElementsAre(Shown{"2026/03/05", {10}}, Shown{"2026/03/09", {11}}));
 }
 
 TEST_P(PriceHistories, LeaveOutWhatIsHeldWithoutAPriceInTheRange) {
-  SmallStore store = TwoHeld();
-  AddPrice(store, 1, 5, 10);
-  AddPrice(store, 2, 40, 99);
-  const PriceHistory history = HistoryOf(store);
+  const PriceHistory history = HistoryOf(TwoHeld({{1, 5, 10}, {2, 40, 99}}));
   EXPECT_THAT(history.strItems, ElementsAre("Stock:Alder"));
   EXPECT_THAT(RowsOf(history), ElementsAre(Shown{"2026/03/05", {10}}));
 }
 
 TEST_P(PriceHistories, LeaveOutWhatIsNotHeld) {
-  SmallStore store = OneHeld();
+  SmallStore store = OneHeld({{1, 5, 10}, {2, 6, 99}});
   AddItem(store, 2, "Birch");
-  AddPrice(store, 1, 5, 10);
-  AddPrice(store, 2, 6, 99);
-  EXPECT_THAT(RowsOf(HistoryOf(store)), ElementsAre(Shown{"2026/03/05", {10}}));
+  EXPECT_THAT(RowsOf(HistoryOf(std::move(store))), ElementsAre(Shown{"2026/03/05", {10}}));
 }
 
 TEST_P(PriceHistories, LeaveOutItemsThatAreNoInvestments) {
-  SmallStore store = OneHeld();
+  SmallStore store = OneHeld({{1, 5, 10}, {2, 5, 99}});
   AddItem(store, 2, "Penny", kStamp);
   Hold(store, 2, 1);
-  AddPrice(store, 1, 5, 10);
-  AddPrice(store, 2, 5, 99);
-  EXPECT_THAT(HistoryOf(store).strItems, ElementsAre("Stock:Alder"));
+  EXPECT_THAT(HistoryOf(std::move(store)).strItems, ElementsAre("Stock:Alder"));
 }
 
 TEST_P(PriceHistories, LabelItemsByTypeAndNameInAReport) {
-  SmallStore store = TwoHeld();
-  AddPrice(store, 1, 5, 10);
-  AddPrice(store, 2, 5, 99);
-  EXPECT_THAT(HistoryOf(store, kReport).strItems, ElementsAre("Stock:Alder", "Bond:Birch"));
+  EXPECT_THAT(HistoryOf(TwoHeld({{1, 5, 10}, {2, 5, 99}}), kReport).strItems,
+              ElementsAre("Stock:Alder", "Bond:Birch"));
 }
 
 TEST_P(PriceHistories, LabelItemsByNameInAChart) {
-  SmallStore store = TwoHeld();
-  AddPrice(store, 1, 5, 10);
-  AddPrice(store, 2, 5, 99);
-  EXPECT_THAT(HistoryOf(store, kChart).strItems, ElementsAre("Alder", "Birch"));
+  EXPECT_THAT(HistoryOf(TwoHeld({{1, 5, 10}, {2, 5, 99}}), kChart).strItems,
+              ElementsAre("Alder", "Birch"));
 }
 
 TEST_P(PriceHistories, FailWithoutAChartedPriceType) {
-  SmallStore store = OneHeld();
-  AddPrice(store, 1, 5, 10);
+  SmallStore store = OneHeld({{1, 5, 10}});
   store.Execute("UPDATE PriceType SET PriceTypeAttr = 0");
-  EXPECT_EQ(ErrorOf(store), kNothing);
+  EXPECT_EQ(ErrorOf(std::move(store)), kNothing);
 }
 
-TEST_P(PriceHistories, FailWithoutAnInvestment) {
-  SmallStore store = Market();
-  EXPECT_EQ(ErrorOf(store), kNothing);
-}
+TEST_P(PriceHistories, FailWithoutAnInvestment) { EXPECT_EQ(ErrorOf(Market()), kNothing); }
 
 TEST_P(PriceHistories, FailWhereNothingHeldHasAPriceInTheRange) {
-  SmallStore store = OneHeld();
-  AddPrice(store, 1, 32, 10);
-  EXPECT_EQ(ErrorOf(store), kNothing);
+  EXPECT_EQ(ErrorOf(OneHeld({{1, 32, 10}})), kNothing);
 }
 
 TEST_P(PriceHistories, FailWhereAnItemsTypeIsLostWhileDaysAreWalked) {
-  SmallStore store = OneHeld();
-  AddPrice(store, 1, 5, 10);
-  const auto open = store.Open();
+  const auto open = OneHeld({{1, 5, 10}}).Open();
   DenyingDatabase denying(*open, [](std::string_view text) { return text == "AccountItemType"; });
   PriceHistory history;
   EXPECT_TRUE(Raises(FailureNumber::kStoreUnusable, [&] { Run(denying, history); }));
@@ -236,12 +202,10 @@ TEST_P(PriceHistories, FailWhereAnItemsTypeIsLostWhileDaysAreWalked) {
 // ---- of one account
 
 TEST(AccountPriceHistory, LeavesOutWhatAnotherAccountHolds) {
-  SmallStore store = OneHeld();
+  SmallStore store = OneHeld({{1, 5, 10}, {2, 5, 99}});
   store.Account(kSecondBroker, "Second", kInvestmentAccount);
   AddItem(store, 2, "Birch");
   Hold(store, 2, 1, kSecondBroker);
-  AddPrice(store, 1, 5, 10);
-  AddPrice(store, 2, 5, 99);
   const auto open = store.Open();
   PriceHistory history;
   AccountPriceHistory(*open, kBroker, kFrom, kTo, history, kReport);
@@ -249,18 +213,15 @@ TEST(AccountPriceHistory, LeavesOutWhatAnotherAccountHolds) {
 }
 
 TEST(AccountPriceHistory, FailsForAnAccountThatIsNotThere) {
-  SmallStore store = OneHeld();
-  AddPrice(store, 1, 5, 10);
-  const auto open = store.Open();
+  const auto open = OneHeld({{1, 5, 10}}).Open();
   PriceHistory history;
   EXPECT_TRUE(Raises(kNothingToShow,
                      [&] { AccountPriceHistory(*open, 99, kFrom, kTo, history, kReport); }));
 }
 
 TEST(AccountPriceHistory, FailsForAnAccountThatHoldsNoItems) {
-  SmallStore store = OneHeld();
+  SmallStore store = OneHeld({{1, 5, 10}});
   Hold(store, 1, 1, kBank);
-  AddPrice(store, 1, 5, 10);
   const auto open = store.Open();
   PriceHistory history;
   EXPECT_TRUE(Raises(kNothingToShow,
@@ -280,10 +241,7 @@ std::string OnOrBefore(const std::string& day) {
 }
 
 TEST(AccountPriceHistory, OpensTheseTexts) {
-  SmallStore store = OneHeld();
-  AddPrice(store, 1, 5, 10);
-  AddPrice(store, 1, 6, 11);
-  const auto open = store.Open();
+  const auto open = OneHeld({{1, 5, 10}, {1, 6, 11}}).Open();
   KeepingStore keeping(*open);
   PriceHistory history;
   AccountPriceHistory(*keeping, kBroker, kFrom, kTo, history, kReport);
@@ -293,10 +251,7 @@ TEST(AccountPriceHistory, OpensTheseTexts) {
 }
 
 TEST(AccountPriceHistory, AsksForThePriceOnEveryDayAndItem) {
-  SmallStore store = OneHeld();
-  AddPrice(store, 1, 5, 10);
-  AddPrice(store, 1, 14, 11);
-  const auto open = store.Open();
+  const auto open = OneHeld({{1, 5, 10}, {1, 14, 11}}).Open();
   KeepingStore keeping(*open);
   PriceHistory history;
   AccountPriceHistory(*keeping, kBroker, kFrom, kTo, history, kReport);
@@ -306,9 +261,7 @@ TEST(AccountPriceHistory, AsksForThePriceOnEveryDayAndItem) {
 // ---- of all
 
 TEST(AllInvestmentsPriceHistory, OpensTheseTexts) {
-  SmallStore store = OneHeld();
-  AddPrice(store, 1, 5, 10);
-  const auto open = store.Open();
+  const auto open = OneHeld({{1, 5, 10}}).Open();
   KeepingStore keeping(*open);
   PriceHistory history;
   AllInvestmentsPriceHistory(*keeping, kFrom, kTo, history, kReport);
@@ -319,12 +272,10 @@ TEST(AllInvestmentsPriceHistory, OpensTheseTexts) {
 }
 
 TEST(AllInvestmentsPriceHistory, ShowsWhatAnyAccountHolds) {
-  SmallStore store = OneHeld();
+  SmallStore store = OneHeld({{1, 5, 10}, {2, 5, 99}});
   store.Account(kSecondBroker, "Second", kInvestmentAccount);
   AddItem(store, 2, "Birch");
   Hold(store, 2, 1, kSecondBroker);
-  AddPrice(store, 1, 5, 10);
-  AddPrice(store, 2, 5, 99);
   const auto open = store.Open();
   PriceHistory history;
   AllInvestmentsPriceHistory(*open, kFrom, kTo, history, kReport);
@@ -332,10 +283,9 @@ TEST(AllInvestmentsPriceHistory, ShowsWhatAnyAccountHolds) {
 }
 
 TEST(AllInvestmentsPriceHistory, LeavesOutWhatOnlyAnAccountOfAnotherKindHolds) {
-  SmallStore store = Market();
+  SmallStore store = Priced(Market(), {{1, 5, 10}});
   AddItem(store, 1, "Alder");
   Hold(store, 1, 1, kBank);
-  AddPrice(store, 1, 5, 10);
   const auto open = store.Open();
   PriceHistory history;
   EXPECT_TRUE(Raises(kNothingToShow,
@@ -344,7 +294,7 @@ TEST(AllInvestmentsPriceHistory, LeavesOutWhatOnlyAnAccountOfAnotherKindHolds) {
 
 // ---- of one item
 
-PriceHistory ItemHistoryOf(SmallStore& builder) {
+PriceHistory ItemHistoryOf(SmallStore builder) {
   const auto store = builder.Open();
   PriceHistory history;
   ItemPriceHistory(*store, 1, kFrom, kTo, history);
@@ -352,23 +302,16 @@ PriceHistory ItemHistoryOf(SmallStore& builder) {
 }
 
 TEST(ItemPriceHistory, ShowsEveryRecordOfTheRangeAlsoTwoOnADay) {
-  SmallStore store = Market();
+  SmallStore store = Priced(
+      Market(), {{1, 9, 12}, {1, 5, 10}, {1, 5, 10}, {1, 0, 1}, {1, 32, 2}, {1, 6, 3, kUncharted}});
   AddItem(store, 1, "Alder");
-  AddPrice(store, 1, 9, 12);
-  AddPrice(store, 1, 5, 10);
-  AddPrice(store, 1, 5, 10);
-  AddPrice(store, 1, 0, 1);
-  AddPrice(store, 1, 32, 2);
-  AddPrice(store, 1, 6, 3, kUncharted);
   EXPECT_THAT(
-      RowsOf(ItemHistoryOf(store)),
+      RowsOf(ItemHistoryOf(std::move(store))),
       ElementsAre(Shown{"2026/03/05", {10}}, Shown{"2026/03/05", {10}}, Shown{"2026/03/09", {12}}));
 }
 
 TEST(ItemPriceHistory, OpensTheseTexts) {
-  SmallStore store = Market();
-  AddPrice(store, 1, 5, 10);
-  const auto open = store.Open();
+  const auto open = Priced(Market(), {{1, 5, 10}}).Open();
   KeepingStore keeping(*open);
   PriceHistory history;
   ItemPriceHistory(*keeping, 1, kFrom, kTo, history);
@@ -381,33 +324,24 @@ TEST(ItemPriceHistory, OpensTheseTexts) {
 }
 
 TEST(ItemPriceHistory, FailsWithoutAPriceInTheRange) {
-  SmallStore store = Market();
-  AddPrice(store, 1, 32, 10);
-  EXPECT_TRUE(Raises(kNothingToShow, [&] { ItemHistoryOf(store); }));
+  EXPECT_TRUE(Raises(kNothingToShow, [&] { ItemHistoryOf(Priced(Market(), {{1, 32, 10}})); }));
 }
 
 TEST(ItemPriceHistory, FailsWithoutAChartedPriceType) {
-  SmallStore store = Market();
-  AddPrice(store, 1, 5, 10);
+  SmallStore store = Priced(Market(), {{1, 5, 10}});
   store.Execute("DELETE FROM PriceType");
-  EXPECT_TRUE(Raises(kNothingToShow, [&] { ItemHistoryOf(store); }));
+  EXPECT_TRUE(Raises(kNothingToShow, [&] { ItemHistoryOf(std::move(store)); }));
 }
 
 // ---- on a day
 
 TEST(PriceOnOrBefore, IsTheLastOneUpToTheDay) {
-  SmallStore store = Market();
-  AddPrice(store, 1, 5, 10);
-  AddPrice(store, 1, 7, 11);
-  AddPrice(store, 1, 8, 12);
-  const auto open = store.Open();
+  const auto open = Priced(Market(), {{1, 5, 10}, {1, 7, 11}, {1, 8, 12}}).Open();
   EXPECT_EQ(PriceOnOrBefore(*open, 1, Day(2026, 3, 7), kCharted), 11);
 }
 
 TEST(PriceOnOrBefore, IsNothingBeforeTheFirstPrice) {
-  SmallStore store = Market();
-  AddPrice(store, 1, 5, 10);
-  const auto open = store.Open();
+  const auto open = Priced(Market(), {{1, 5, 10}}).Open();
   EXPECT_EQ(PriceOnOrBefore(*open, 1, Day(2026, 3, 4), kCharted), 0);
 }
 

@@ -4,10 +4,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <functional>
 #include <ostream>
 #include <tuple>
 #include <utility>
+#include <vector>
 
 #include "tests/support/drawing.h"
 #include "tests/support/raises.h"
@@ -41,8 +41,13 @@ SmallStore Accounts() {
   return store;
 }
 
-void AddPayee(SmallStore& store, std::int32_t number, const std::string& name) {
-  store.Insert("Payee", {{"PayeeNumber", number}, {"PayeeName", name}});
+// Numbered from 1.
+SmallStore WithPayees(SmallStore store, const std::vector<std::string>& names) {
+  std::int32_t number = 0;
+  for (const std::string& name : names) {
+    store.Insert("Payee", {{"PayeeNumber", ++number}, {"PayeeName", name}});
+  }
+  return store;
 }
 
 TestTransaction Moved(std::int32_t type, double total, std::int32_t other,
@@ -50,24 +55,39 @@ TestTransaction Moved(std::int32_t type, double total, std::int32_t other,
   return {.type = type, .total = total, .account = kBank, .other_account = other, .payee = payee};
 }
 
-// A routine of rows and a total, called for these tests' month.
+// What a routine has made of these tests' month.
 struct Shown {
   double total = 0;
   std::vector<ShownRow> rows;
 };
 
-using OnOneDate = Currency (*)(Database&, Date, AmountRows&, ChartOrReport);
+using Routine = Currency (*)(Database&, AmountRows&, ChartOrReport);
 
-Shown ShownBy(Database& store, OnOneDate routine, ChartOrReport target = ChartOrReport::kReport) {
+template <Currency (*routine)(Database&, Date, AmountRows&, ChartOrReport)>
+Currency AtTheEndOfTheMonth(Database& store, AmountRows& rows, ChartOrReport target) {
+  return routine(store, kTo, rows, target);
+}
+
+Currency WithinTheMonth(Database& store, AmountRows& rows, ChartOrReport target) {
+  return NetByPayee(store, kFrom, kTo, rows, target);
+}
+
+constexpr Routine kDebtors = AtTheEndOfTheMonth<DebtorsByPayee>;
+constexpr Routine kCreditors = AtTheEndOfTheMonth<CreditorsByPayee>;
+constexpr Routine kOverdrafts = AtTheEndOfTheMonth<OverdraftsByCreditCard>;
+constexpr Routine kNet = WithinTheMonth;
+
+Shown ShownBy(Database& store, Routine routine, ChartOrReport target = ChartOrReport::kReport) {
   AmountRows rows;
-  const Currency total = routine(store, kTo, rows, target);
+  const Currency total = routine(store, rows, target);
   return {ToDouble(total), RowsIn(rows)};
 }
 
-Shown ShownNet(Database& store, ChartOrReport target = ChartOrReport::kReport) {
-  AmountRows rows;
-  const Currency total = NetByPayee(store, kFrom, kTo, rows, target);
-  return {ToDouble(total), RowsIn(rows)};
+// What a routine without a row gives, too.
+double TotalOrNothing(Database& store, Routine routine) {
+  double total = 0;
+  ResumeNext([&] { total = ShownBy(store, routine).total; });
+  return total;
 }
 
 // ---- signs
@@ -169,31 +189,21 @@ int EndsOfType(const SignCase& the_case, std::int32_t type) {
   return (the_case.account_type == type ? 1 : 0) + (the_case.other_type == type ? 1 : 0);
 }
 
-double TotalOrNothing(const std::function<Currency()>& routine) {
-  Currency total;
-  ResumeNext([&] { total = routine(); });
-  return ToDouble(total);
-}
-
 TEST_P(SignOfATransfer, CountsInTheTotalOfDebtorsOnceForEachEnd) {
   const auto store = StoreOf(Case(), Type());
-  AmountRows rows;
-  EXPECT_EQ(
-      TotalOrNothing([&] { return DebtorsByPayee(*store, kTo, rows, ChartOrReport::kReport); }),
-      100 * Sign(Case().debt, Type()) * EndsOfType(Case(), kCreditorsRights));
+  EXPECT_EQ(TotalOrNothing(*store, kDebtors),
+            100 * Sign(Case().debt, Type()) * EndsOfType(Case(), kCreditorsRights));
 }
 
 TEST_P(SignOfATransfer, CountsInTheTotalOfCreditorsOnceForEachEnd) {
   const auto store = StoreOf(Case(), Type());
-  AmountRows rows;
-  EXPECT_EQ(
-      TotalOrNothing([&] { return CreditorsByPayee(*store, kTo, rows, ChartOrReport::kReport); }),
-      100 * Sign(Case().credit, Type()) * EndsOfType(Case(), kLiability));
+  EXPECT_EQ(TotalOrNothing(*store, kCreditors),
+            100 * Sign(Case().credit, Type()) * EndsOfType(Case(), kLiability));
 }
 
 TEST_P(SignOfATransfer, CountsNegatedInTheNetOfPayees) {
   const auto store = StoreOf(Case(), Type());
-  EXPECT_EQ(ShownNet(*store).total, -100 * Sign(Case().payee, Type()));
+  EXPECT_EQ(ShownBy(*store, kNet).total, -100 * Sign(Case().payee, Type()));
 }
 
 INSTANTIATE_TEST_SUITE_P(InEveryCell, SignOfATransfer,
@@ -203,50 +213,44 @@ INSTANTIATE_TEST_SUITE_P(InEveryCell, SignOfATransfer,
 // ---- debtors and creditors
 
 TEST(Debtors, BetweenTwoAccountsOfTheTypeCountTwice) {
-  SmallStore builder = Accounts();
-  AddPayee(builder, 1, "Ann");
+  SmallStore builder = WithPayees(Accounts(), {"Ann"});
   builder.Transaction(
       {.type = kTransferOut, .total = 30, .account = kLent, .other_account = kLentToo, .payee = 1});
   const auto store = builder.Open();
-  const Shown shown = ShownBy(*store, DebtorsByPayee);
+  const Shown shown = ShownBy(*store, kDebtors);
   EXPECT_THAT(shown.rows, ElementsAre(ShownRow{-60, "Ann"}));
   EXPECT_EQ(shown.total, -60);
 }
 
 TEST(Debtors, ATransferFromTheBankCountsOnceByTheBank) {
-  SmallStore builder = Accounts();
-  AddPayee(builder, 1, "Ann");
-  const auto store = builder.Transaction(Moved(kTransferOut, 60, kLent, 1)).Open();
-  const Shown shown = ShownBy(*store, DebtorsByPayee);
+  const auto store =
+      WithPayees(Accounts(), {"Ann"}).Transaction(Moved(kTransferOut, 60, kLent, 1)).Open();
+  const Shown shown = ShownBy(*store, kDebtors);
   EXPECT_THAT(shown.rows, ElementsAre(ShownRow{60, "Ann"}));
   EXPECT_EQ(shown.total, 60);
 }
 
 TEST(Debtors, AreListedByNameNegativeOnesToo) {
-  SmallStore builder = Accounts();
-  AddPayee(builder, 1, "Zoe");
-  AddPayee(builder, 2, "Ann");
-  const auto store = builder.Transaction(Moved(kTransferOut, 60, kLent, 1))
+  const auto store = WithPayees(Accounts(), {"Zoe", "Ann"})
+                         .Transaction(Moved(kTransferOut, 60, kLent, 1))
                          .Transaction(Moved(kTransferIn, 15, kLent, 2))
                          .Open();
-  EXPECT_THAT(ShownBy(*store, DebtorsByPayee).rows,
+  EXPECT_THAT(ShownBy(*store, kDebtors).rows,
               ElementsAre(ShownRow{-15, "Ann"}, ShownRow{60, "Zoe"}));
 }
 
 TEST(Debtors, AtExactlyNothingHaveNoRow) {
-  SmallStore builder = Accounts();
-  AddPayee(builder, 1, "Ann");
-  AddPayee(builder, 2, "Ben");
-  const auto store = builder.Transaction(Moved(kTransferOut, 60, kLent, 1))
+  const auto store = WithPayees(Accounts(), {"Ann", "Ben"})
+                         .Transaction(Moved(kTransferOut, 60, kLent, 1))
                          .Transaction(Moved(kTransferIn, 60, kLent, 1))
                          .Transaction(Moved(kTransferOut, 1, kLent, 2))
                          .Open();
-  EXPECT_THAT(ShownBy(*store, DebtorsByPayee).rows, ElementsAre(ShownRow{1, "Ben"}));
+  EXPECT_THAT(ShownBy(*store, kDebtors).rows, ElementsAre(ShownRow{1, "Ben"}));
 }
 
 struct Opening {
   std::string name;
-  OnOneDate routine;
+  Routine routine;
   std::int32_t type;
   double opening;
   double shown;
@@ -273,9 +277,9 @@ TEST_P(OpeningBalanceOfADebt, StandsUnassignedAloneInAChart) {
 }
 
 TEST_P(OpeningBalanceOfADebt, IsNoPayees) {
-  SmallStore builder;
-  AddPayee(builder, 1, "Ann");
-  const auto store = builder.Account(1, "It", GetParam().type, GetParam().opening).Open();
+  const auto store = WithPayees(SmallStore(), {"Ann"})
+                         .Account(1, "It", GetParam().type, GetParam().opening)
+                         .Open();
   EXPECT_THAT(ShownBy(*store, GetParam().routine, ChartOrReport::kChart).rows,
               ElementsAre(ShownRow{GetParam().shown, GetParam().label}));
 }
@@ -283,10 +287,10 @@ TEST_P(OpeningBalanceOfADebt, IsNoPayees) {
 INSTANTIATE_TEST_SUITE_P(
     OnEitherSide, OpeningBalanceOfADebt,
     ::testing::Values(
-        Opening{"Debtor", DebtorsByPayee, kCreditorsRights, 75, 75, "Unassigned Debtors"},
-        Opening{"OverpaidDebtor", DebtorsByPayee, kCreditorsRights, -5, -5, "Unassigned Debtors"},
-        Opening{"Creditor", CreditorsByPayee, kLiability, -100, 100, "Unassigned Creditors"},
-        Opening{"OverpaidCreditor", CreditorsByPayee, kLiability, 5, -5, "Unassigned Creditors"}),
+        Opening{"Debtor", kDebtors, kCreditorsRights, 75, 75, "Unassigned Debtors"},
+        Opening{"OverpaidDebtor", kDebtors, kCreditorsRights, -5, -5, "Unassigned Debtors"},
+        Opening{"Creditor", kCreditors, kLiability, -100, 100, "Unassigned Creditors"},
+        Opening{"OverpaidCreditor", kCreditors, kLiability, 5, -5, "Unassigned Creditors"}),
     [](const auto& the_case) { return the_case.param.name; });
 
 struct RecordType {
@@ -307,26 +311,17 @@ class DebtOfARecord : public ::testing::TestWithParam<RecordType> {
 
 TEST_P(DebtOfARecord, CountsAmongDebtors) {
   const auto store = Store(kLent);
-  AmountRows rows;
-  EXPECT_EQ(
-      TotalOrNothing([&] { return DebtorsByPayee(*store, kTo, rows, ChartOrReport::kReport); }),
-      GetParam().total);
+  EXPECT_EQ(TotalOrNothing(*store, kDebtors), GetParam().total);
 }
 
 TEST_P(DebtOfARecord, CountsAmongCreditors) {
   const auto store = Store(kLoan);
-  AmountRows rows;
-  EXPECT_EQ(
-      -TotalOrNothing([&] { return CreditorsByPayee(*store, kTo, rows, ChartOrReport::kReport); }),
-      GetParam().total);
+  EXPECT_EQ(-TotalOrNothing(*store, kCreditors), GetParam().total);
 }
 
 TEST_P(DebtOfARecord, CountsInTheNetOfPayees) {
   const auto store = Store(kLent);
-  AmountRows rows;
-  EXPECT_EQ(
-      TotalOrNothing([&] { return NetByPayee(*store, kFrom, kTo, rows, ChartOrReport::kReport); }),
-      GetParam().total);
+  EXPECT_EQ(TotalOrNothing(*store, kNet), GetParam().total);
 }
 
 INSTANTIATE_TEST_SUITE_P(OfEveryRecordType, DebtOfARecord,
@@ -345,7 +340,7 @@ TEST(Debtors, CountUpToAndWithTheDay) {
   long_ago.date = Day(1999, 1, 1);
   const auto store =
       builder.Transaction(on_the_day).Transaction(behind).Transaction(long_ago).Open();
-  EXPECT_EQ(ShownBy(*store, DebtorsByPayee).total, 5);
+  EXPECT_EQ(ShownBy(*store, kDebtors).total, 5);
 }
 
 TEST(NetByPayee, CountsBothEndsOfThePeriod) {
@@ -356,31 +351,27 @@ TEST(NetByPayee, CountsBothEndsOfThePeriod) {
     total *= 2;
   }
   const auto store = builder.Open();
-  EXPECT_EQ(ShownNet(*store).total, 6);
+  EXPECT_EQ(ShownBy(*store, kNet).total, 6);
 }
 
 TEST(NetByPayee, ShowsWhatWentToAPayeeAboveNothing) {
-  SmallStore builder = Accounts();
-  AddPayee(builder, 1, "Shop");
-  AddPayee(builder, 2, "Employer");
-  AddPayee(builder, 3, "Even");
-  const auto store =
-      builder.Transaction({.type = kExpense, .total = 40, .account = kBank, .payee = 1})
-          .Transaction({.type = kIncome, .total = 900, .account = kBank, .payee = 2})
-          .Transaction({.type = kIncome, .total = 3, .account = kBank, .payee = 3})
-          .Transaction({.type = kExpense, .total = 3, .account = kBank, .payee = 3})
-          .Transaction({.type = kExpense, .total = 7, .account = kBank})
-          .Open();
-  const Shown shown = ShownNet(*store);
+  const auto store = WithPayees(Accounts(), {"Shop", "Employer", "Even"})
+                         .Transaction({.type = kExpense, .total = 40, .account = kBank, .payee = 1})
+                         .Transaction({.type = kIncome, .total = 900, .account = kBank, .payee = 2})
+                         .Transaction({.type = kIncome, .total = 3, .account = kBank, .payee = 3})
+                         .Transaction({.type = kExpense, .total = 3, .account = kBank, .payee = 3})
+                         .Transaction({.type = kExpense, .total = 7, .account = kBank})
+                         .Open();
+  const Shown shown = ShownBy(*store, kNet);
   EXPECT_THAT(shown.rows, ElementsAre(ShownRow{-900, "Employer"}, ShownRow{40, "Shop"},
                                       ShownRow{0, ""}, ShownRow{7, "Unassigned Payee"}));
   EXPECT_EQ(shown.total, -853);
 }
 
 TEST(NetByPayee, HasNoBlankRowInAChart) {
-  SmallStore builder = Accounts();
-  const auto store = builder.Transaction({.type = kExpense, .total = 7, .account = kBank}).Open();
-  EXPECT_THAT(ShownNet(*store, ChartOrReport::kChart).rows,
+  const auto store =
+      Accounts().Transaction({.type = kExpense, .total = 7, .account = kBank}).Open();
+  EXPECT_THAT(ShownBy(*store, kNet, ChartOrReport::kChart).rows,
               ElementsAre(ShownRow{7, "Unassigned Payee"}));
 }
 
@@ -389,21 +380,19 @@ TEST(NetByPayee, TakesNoOpeningBalance) {
   const auto store = builder.Account(1, "Lent", kCreditorsRights, 75)
                          .Transaction({.type = kExpense, .total = 7, .account = 1})
                          .Open();
-  EXPECT_EQ(ShownNet(*store).total, -7);
+  EXPECT_EQ(ShownBy(*store, kNet).total, -7);
 }
 
 // ---- totals
 
 TEST(Debtors, AddUpToTheTotal) {
-  SmallStore builder = Accounts();
-  AddPayee(builder, 1, "Ann");
-  AddPayee(builder, 2, "Ben");
-  const auto store = builder.Account(27, "Lent before", kCreditorsRights, 12.5)
+  const auto store = WithPayees(Accounts(), {"Ann", "Ben"})
+                         .Account(27, "Lent before", kCreditorsRights, 12.5)
                          .Transaction(Moved(kTransferOut, 60, kLent, 1))
                          .Transaction(Moved(kTransferIn, 20, kLent, 2))
                          .Transaction(Moved(kTransferOut, 3, kLentToo))
                          .Open();
-  const Shown shown = ShownBy(*store, DebtorsByPayee);
+  const Shown shown = ShownBy(*store, kDebtors);
   double sum = 0;
   for (const ShownRow& row : shown.rows) {
     sum += row.amount;
@@ -413,35 +402,6 @@ TEST(Debtors, AddUpToTheTotal) {
 }
 
 // ---- failures
-
-enum class Routine { kDebtors, kCreditors, kNet };
-
-std::int32_t NumberOf(Routine routine) {
-  switch (routine) {
-    case Routine::kDebtors:
-      return 8;
-    case Routine::kCreditors:
-      return 12;
-    case Routine::kNet:
-      break;
-  }
-  return 2;
-}
-
-void Compute(Database& store, Routine routine) {
-  AmountRows rows;
-  switch (routine) {
-    case Routine::kDebtors:
-      DebtorsByPayee(store, kTo, rows, ChartOrReport::kReport);
-      break;
-    case Routine::kCreditors:
-      CreditorsByPayee(store, kTo, rows, ChartOrReport::kReport);
-      break;
-    case Routine::kNet:
-      NetByPayee(store, kFrom, kTo, rows, ChartOrReport::kReport);
-      break;
-  }
-}
 
 TestRow RowOf(std::int32_t report_number, ChartOrReport output = ChartOrReport::kReport) {
   return {.number = 1,
@@ -463,55 +423,69 @@ std::string ReportOf(SmallStore builder, std::int32_t report_number) {
   return drawing.report.Text();
 }
 
-class RoutineOfPayees : public ::testing::TestWithParam<Routine> {
- protected:
-  static std::int32_t OtherEnd() { return GetParam() == Routine::kCreditors ? kLoan : kLent; }
+struct PayeeRoutine {
+  std::string name;
+  std::int32_t report_number = 0;
+  Routine routine = nullptr;
+  std::int32_t other_end = 0;  // an account whose transactions it looks at
 };
 
+void PrintTo(const PayeeRoutine& a_case, std::ostream* out) { *out << a_case.name; }
+
+class RoutineOfPayees : public ::testing::TestWithParam<PayeeRoutine> {};
+
 TEST_P(RoutineOfPayees, FailsOnARecordWithoutAnAccount) {
-  const auto store = Accounts().Transaction({.total = 5, .other_account = OtherEnd()}).Open();
-  EXPECT_TRUE(Raises(FailureNumber::kNothingToShow, [&] { Compute(*store, GetParam()); }));
+  const auto store =
+      Accounts().Transaction({.total = 5, .other_account = GetParam().other_end}).Open();
+  EXPECT_TRUE(Raises(FailureNumber::kNothingToShow, [&] { ShownBy(*store, GetParam().routine); }));
 }
 
 TEST_P(RoutineOfPayees, FailsOnARecordOfAnAccountThatIsNotThere) {
   const auto store =
-      Accounts().Transaction({.total = 5, .account = 99, .other_account = OtherEnd()}).Open();
-  EXPECT_TRUE(Raises(FailureNumber::kNoCurrentRecord, [&] { Compute(*store, GetParam()); }));
+      Accounts()
+          .Transaction({.total = 5, .account = 99, .other_account = GetParam().other_end})
+          .Open();
+  EXPECT_TRUE(
+      Raises(FailureNumber::kNoCurrentRecord, [&] { ShownBy(*store, GetParam().routine); }));
 }
 
 TEST_P(RoutineOfPayees, FailsWhereThereIsNoAmountAtAll) {
-  SmallStore builder = Accounts();
-  AddPayee(builder, 1, "Ann");
-  const auto store = builder.Open();
-  EXPECT_TRUE(Raises(FailureNumber::kSubscriptOutOfRange, [&] { Compute(*store, GetParam()); }));
+  const auto store = WithPayees(Accounts(), {"Ann"}).Open();
+  EXPECT_TRUE(
+      Raises(FailureNumber::kSubscriptOutOfRange, [&] { ShownBy(*store, GetParam().routine); }));
 }
 
 TEST_P(RoutineOfPayees, ClosesWhatItOpenedWhereItFails) {
-  const auto store = Accounts().Transaction({.total = 5, .other_account = OtherEnd()}).Open();
+  const auto store =
+      Accounts().Transaction({.total = 5, .other_account = GetParam().other_end}).Open();
   KeepingStore keeping(*store);
-  EXPECT_TRUE(Raises(FailureNumber::kNothingToShow, [&] { Compute(*keeping, GetParam()); }));
+  EXPECT_TRUE(
+      Raises(FailureNumber::kNothingToShow, [&] { ShownBy(*keeping, GetParam().routine); }));
   const auto opened = [](const std::string& event) { return event.starts_with("open "); };
   EXPECT_EQ(std::ranges::count_if(keeping.events, opened) * 2, std::ssize(keeping.events));
 }
 
 TEST_P(RoutineOfPayees, ShowsTitleAndCaptionAloneOnARecordWithoutAnAccount) {
   SmallStore builder = Accounts();
-  builder.Transaction({.total = 5, .other_account = OtherEnd()});
-  EXPECT_EQ(ReportOf(std::move(builder), NumberOf(GetParam())), kHeading);
+  builder.Transaction({.total = 5, .other_account = GetParam().other_end});
+  EXPECT_EQ(ReportOf(std::move(builder), GetParam().report_number), kHeading);
 }
 
 TEST_P(RoutineOfPayees, ShowsTitleAndCaptionAloneOnAnAccountThatIsNotThere) {
   SmallStore builder = Accounts();
-  builder.Transaction({.total = 5, .account = 99, .other_account = OtherEnd()});
-  EXPECT_EQ(ReportOf(std::move(builder), NumberOf(GetParam())), kHeading);
+  builder.Transaction({.total = 5, .account = 99, .other_account = GetParam().other_end});
+  EXPECT_EQ(ReportOf(std::move(builder), GetParam().report_number), kHeading);
 }
 
 TEST_P(RoutineOfPayees, ShowsTitleAndCaptionAloneWhereThereIsNoAmount) {
-  EXPECT_EQ(ReportOf(Accounts(), NumberOf(GetParam())), kHeading);
+  EXPECT_EQ(ReportOf(Accounts(), GetParam().report_number), kHeading);
 }
 
 INSTANTIATE_TEST_SUITE_P(OfEveryKind, RoutineOfPayees,
-                         ::testing::Values(Routine::kDebtors, Routine::kCreditors, Routine::kNet));
+                         ::testing::Values(PayeeRoutine{"Debtors", 8, kDebtors, kLent},
+                                           PayeeRoutine{"Creditors", 12, kCreditors, kLoan},
+                                           PayeeRoutine{"Net", 2, kNet, kLent}),
+                         [](const auto& the_case) { return the_case.param.name; });
 
 // An account at the other end that is not there is missed only by one that holds items.
 TEST(NetByPayee, FailsOnAnOtherEndThatIsNotThere) {
@@ -519,7 +493,7 @@ TEST(NetByPayee, FailsOnAnOtherEndThatIsNotThere) {
       Accounts()
           .Transaction({.type = kBuy, .total = 5, .account = kBroker, .other_account = 99})
           .Open();
-  EXPECT_TRUE(Raises(FailureNumber::kNoCurrentRecord, [&] { Compute(*store, Routine::kNet); }));
+  EXPECT_TRUE(Raises(FailureNumber::kNoCurrentRecord, [&] { ShownBy(*store, kNet); }));
 }
 
 // ---- texts
@@ -553,24 +527,19 @@ std::vector<std::string> EventsByPayee(const std::string& type) {
   return events;
 }
 
-SmallStore TwoPayees() {
-  SmallStore builder;
-  AddPayee(builder, 1, "Zoe");
-  AddPayee(builder, 2, "Ann");
-  return builder;
-}
+SmallStore TwoPayees() { return WithPayees(SmallStore(), {"Zoe", "Ann"}); }
 
 TEST(Debtors, AreReadInThisOrder) {
   const auto store = TwoPayees().Account(1, "Lent", kCreditorsRights, 5).Open();
   KeepingStore keeping(*store);
-  ShownBy(*keeping, DebtorsByPayee);
+  ShownBy(*keeping, kDebtors);
   EXPECT_THAT(keeping.events, ElementsAreArray(EventsByPayee("7")));
 }
 
 TEST(Creditors, AreReadInThisOrder) {
   const auto store = TwoPayees().Account(1, "Loan", kLiability, -5).Open();
   KeepingStore keeping(*store);
-  ShownBy(*keeping, CreditorsByPayee);
+  ShownBy(*keeping, kCreditors);
   EXPECT_THAT(keeping.events, ElementsAreArray(EventsByPayee("6")));
 }
 
@@ -580,7 +549,7 @@ TEST(NetByPayee, IsReadInThisOrder) {
                          .Transaction({.total = 5, .account = 1})
                          .Open();
   KeepingStore keeping(*store);
-  ShownNet(*keeping);
+  ShownBy(*keeping, kNet);
   const auto net = [](const std::string& condition) {
     const std::string text =
         "SELECT * FROM TransactionRecord WHERE TransactionRecordType= 0 AND "
@@ -604,7 +573,7 @@ TEST(NetByPayee, IsReadInThisOrder) {
 
 Shown Overdrafts(SmallStore& builder, ChartOrReport target = ChartOrReport::kReport) {
   const auto store = builder.Open();
-  return ShownBy(*store, OverdraftsByCreditCard, target);
+  return ShownBy(*store, kOverdrafts, target);
 }
 
 TEST(Overdrafts, ArePositiveAndLeaveOutCardsInCredit) {
@@ -636,8 +605,7 @@ TEST(Overdrafts, OfATwentiethOrLessAreOneRowInAChart) {
 
 TEST(Overdrafts, FailWhereAllCardsAreInCredit) {
   const auto store = SmallStore().Account(1, "Card", kCreditCard, 20).Open();
-  EXPECT_TRUE(Raises(FailureNumber::kSubscriptOutOfRange,
-                     [&] { ShownBy(*store, OverdraftsByCreditCard); }));
+  EXPECT_TRUE(Raises(FailureNumber::kSubscriptOutOfRange, [&] { ShownBy(*store, kOverdrafts); }));
 }
 
 TEST(OverdraftReport, WithAllCardsInCreditIsTitleAndCaptionAlone) {
@@ -647,7 +615,7 @@ TEST(OverdraftReport, WithAllCardsInCreditIsTitleAndCaptionAlone) {
 TEST(Overdrafts, AreReadByThisText) {
   const auto store = SmallStore().Account(1, "Card", kCreditCard, -20).Open();
   KeepingStore keeping(*store);
-  ShownBy(*keeping, OverdraftsByCreditCard);
+  ShownBy(*keeping, kOverdrafts);
   EXPECT_THAT(keeping.events,
               ::testing::IsSupersetOf({"open SELECT * FROM Account WHERE AccountType= 4 ORDER BY "
                                        "AccountName,AccountType,AccountNumber"}));
@@ -665,9 +633,7 @@ SmallStore Household() {
   store.Account(kBank, "Bank", kCheckingAccount)
       .Account(kLoan, "Loan", kLiability, -500)
       .Account(kLent, "Lent", kCreditorsRights, 75);
-  AddPayee(store, 1, "Corner Shop");
-  AddPayee(store, 2, "Zed");
-  AddPayee(store, 3, "Even");
+  store = WithPayees(std::move(store), {"Corner Shop", "Zed", "Even"});
   store.Transaction(Moved(kTransferOut, 60, kLent, 1))
       .Transaction(Moved(kTransferOut, 25, kLoan, 1))
       .Transaction(Moved(kTransferIn, 10, kLent, 2))

@@ -1,5 +1,7 @@
 #include "vetlo/frame/history_reports.h"
 
+#include <algorithm>
+
 #include "vetlo/cashflow/category_walk.h"
 #include "vetlo/frame/subject_reports.h"
 #include "vetlo/schedule/histories.h"
@@ -9,28 +11,31 @@ namespace {
 
 using Kind = HistorySubject::Kind;
 
-constexpr std::int32_t kPayeeHistory = 28;
-constexpr std::int32_t kCategoryHistory = 29;
+// What the parameters name under a report number: the first one the wider subject, the second one,
+// where there is such, the narrower.
+struct Naming {
+  std::int32_t report_number;
+  Kind wider;
+  std::optional<Kind> narrower;
+};
 
-// What the parameters name; none where they do not convert.
+constexpr Naming kNamings[] = {{28, Kind::kPayee, std::nullopt},
+                               {29, Kind::kCategory, Kind::kSubCategory},
+                               {30, Kind::kClassificationItem, Kind::kClassificationSubItem}};
+
 std::optional<HistorySubject> SubjectOf(ReportCall& call) {
-  const std::int32_t report_number = call.row.ChartReportSubTypeAttr;
-  if (report_number != kPayeeHistory) {
-    if (const auto narrower = call.NumberIn(call.row.varParameter2)) {
-      return HistorySubject{
-          report_number == kCategoryHistory ? Kind::kSubCategory : Kind::kClassificationSubItem,
-          *narrower};
+  // The catalogue sends no other number here.
+  const Naming& naming =
+      *std::ranges::find(kNamings, call.row.ChartReportSubTypeAttr, &Naming::report_number);
+  if (naming.narrower) {
+    if (const auto number = call.NumberIn(call.row.varParameter2)) {
+      return HistorySubject{*naming.narrower, *number};
     }
   }
-  const auto number = call.NumberIn(call.row.varParameter1);
-  if (!number) {
-    return std::nullopt;
+  if (const auto number = NumberInFirstParameter(call)) {
+    return HistorySubject{naming.wider, *number};
   }
-  if (report_number == kPayeeHistory) {
-    return HistorySubject{Kind::kPayee, *number};
-  }
-  return HistorySubject{
-      report_number == kCategoryHistory ? Kind::kCategory : Kind::kClassificationItem, *number};
+  return std::nullopt;
 }
 
 // ---- names; nothing where one of those that belong together is not found

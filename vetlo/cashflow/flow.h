@@ -21,6 +21,7 @@ inline constexpr std::int32_t kNeitherCategory = 2;
 std::string OrdinaryText(Flow flow, Date dtmFromDate, Date dtmToDate);
 std::string InvestmentText(Flow flow, Date dtmFromDate, Date dtmToDate);
 
+// What InvestmentText is joined with for that.
 inline constexpr const char* kFundedByAnother = " AND (NOT ISNULL(ToOrFundAccountNumber))";
 
 }  // namespace vetlo

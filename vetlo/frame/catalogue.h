@@ -1,7 +1,5 @@
 #pragma once
 
-#include <cstdint>
-
 #include "vetlo/frame/report_call.h"
 
 namespace vetlo {

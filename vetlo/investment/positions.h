@@ -34,7 +34,7 @@ Currency InvestmentsByAccount(Database& dbDov, Positions& positions,
 Currency InvestmentsByType(Database& dbDov, Positions& positions,
                            ChartOrReport lngChartOrReportType, const NumberLocale& locale);
 
-// The worth of each type, and the cash of the accounts that serve investments.
+// The worth of each type, and the cash of the accounts that serve investments. Fails as the others.
 Currency InvestmentValuesByType(Database& dbDov, AmountRows& rows,
                                 ChartOrReport lngChartOrReportType);
 

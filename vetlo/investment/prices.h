@@ -17,7 +17,7 @@ namespace vetlo {
 struct PriceHistory {
   AmountMatrix dblPrices;  // (1 To dates, 1 To items)
   ItemLabels strDates;
-  std::vector<std::string> strItems;  // one for each item
+  std::vector<std::string> strItems;  // one for each item; of one item's own history none
 };
 
 // The price of the last record dated on or before the day, 0 where there is none.
@@ -25,7 +25,8 @@ double PriceOnOrBefore(Database& dbDov, std::int32_t lngAccountItemNumber, Date 
                        std::int32_t lngPriceTypeNumber);
 
 // Each of them fails with kNothingToShow where there is no charted price type or no price in the
-// range; that of an account also where the account is not there or holds no items.
+// range; that of an account also where the account is not there or holds no items. What one that
+// failed has left in the history stays readable, its parts then of different lengths.
 
 // Every price record of one item.
 void ItemPriceHistory(Database& dbDov, std::int32_t lngAccountItemNumber, Date dtmFromDate,

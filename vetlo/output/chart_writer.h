@@ -19,7 +19,8 @@ struct ScaledChart {
 
 enum class ChartUnit { kMoney, kPercent };
 
-// Brings the numbers below 1000000. A matrix without elements fails with kSubscriptOutOfRange.
+// Brings the numbers below 1000000; where one of them is 10^15 or more, to 1 at the most, under a
+// unit without a number. A matrix without elements fails with kSubscriptOutOfRange.
 ScaledChart ScaleChartData(const AmountMatrix& amounts, ChartUnit unit, const NumberLocale& locale);
 
 // Sets the control's kind for a stored one (0 line, 1 bar, 2 pie); any other leaves it alone.

@@ -25,6 +25,8 @@ Matrix<std::string> FormatAmountMatrix(const AmountMatrix& amounts, const Number
 float MaxColumnTextWidth(std::span<const std::string> texts, std::string_view strHeader,
                          std::string_view strExtra, const PictureBox& font);
 
+// Both fail with kDivisionByZero where the font gives their character no width.
+
 // The line of underscores that fills a width.
 std::string RuleLineForWidth(float sngWidth, const PictureBox& font);
 

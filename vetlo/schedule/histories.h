@@ -14,7 +14,8 @@ namespace vetlo {
 //    -45.50  2026/03/15-2026/03/31      the first and the last are cut to the range
 //    900.00  2026/04/01-2026/04/30
 //
-// Nothing selected, and a transaction without an account, fail with kNothingToShow.
+// Nothing selected, and a transaction without an account, fail with kNothingToShow; a transaction
+// of an account that is not there fails with kNoCurrentRecord. The buckets filled until then stay.
 struct MonthBuckets {
   std::vector<double> amounts;
   std::vector<std::string> labels;

@@ -5,24 +5,26 @@
 namespace vetlo {
 
 void BusyPointer::Show() {
-  ResumeNext([this] { window_pointer_ = Window().MousePointer(); });
-  ResumeNext([this] { Window().SetMousePointer(kHourglassPointer); });
+  WithWindow([this](DisplayObject& window) { window_pointer_ = window.MousePointer(); });
+  WithWindow([](DisplayObject& window) { window.SetMousePointer(kHourglassPointer); });
   ResumeNext([this] { target_pointer_ = target_.MousePointer(); });
   ResumeNext([this] { target_.SetMousePointer(kHourglassPointer); });
 }
 
 void BusyPointer::Restore() {
-  ResumeNext([this] { Window().SetMousePointer(window_pointer_); });
+  WithWindow([this](DisplayObject& window) { window.SetMousePointer(window_pointer_); });
   ResumeNext([this] { target_.SetMousePointer(target_pointer_); });
 }
 
-DisplayObject& BusyPointer::Window() {
-  DisplayObject* const container = target_.Container();
-  DisplayObject* const window = container == nullptr ? nullptr : container->Container();
-  if (window == nullptr) {
-    throw Failure(FailureNumber::kObjectNotSet);
-  }
-  return *window;
+template <typename Action>
+void BusyPointer::WithWindow(const Action& action) {
+  ResumeNext([&] {
+    DisplayObject* const container = target_.Container();
+    DisplayObject* const window = container == nullptr ? nullptr : container->Container();
+    if (window != nullptr) {
+      action(*window);
+    }
+  });
 }
 
 }  // namespace vetlo

@@ -16,8 +16,10 @@ class BusyPointer {
   void Restore();
 
  private:
-  // Fails with kObjectNotSet where there is no window.
-  DisplayObject& Window();
+  // Leaves the window alone where there is none, or where it fails. To have none is common, so it
+  // is no failure: throwing one would cost more than all else done here.
+  template <typename Action>
+  void WithWindow(const Action& action);
 
   DisplayObject& target_;
   std::int32_t window_pointer_ = kDefaultPointer;

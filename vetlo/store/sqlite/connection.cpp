@@ -213,6 +213,10 @@ bool Statement::Step() {
 
 void Statement::Reset() noexcept { sqlite3_reset(statement_.get()); }
 
+std::int64_t Statement::TakeWork() noexcept {
+  return sqlite3_stmt_status(statement_.get(), SQLITE_STMTSTATUS_VM_STEP, 1);
+}
+
 Variant Statement::Value(int column, ColumnType type) const {
   switch (sqlite3_column_type(statement_.get(), column)) {
     case SQLITE_NULL:

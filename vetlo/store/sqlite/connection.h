@@ -35,6 +35,8 @@ class Statement {
   bool Step();
   // Back to before the first row; gives up whatever the statement holds of the store.
   void Reset() noexcept;
+  // How many instructions of the engine the statement has run since it was asked the last time.
+  std::int64_t TakeWork() noexcept;
 
   // Columns count from 0. Fails with kTypeMismatch for a value that is none of the type,
   // kOverflow for one outside its range.

@@ -10,6 +10,12 @@ namespace {
 // How many rows a reader is watched before the columns that it left alone are dropped.
 constexpr std::int64_t kRowsToLearnFrom = 16;
 
+// How many instructions of the engine those rows may have been for the walk to begin again with
+// fewer columns. Rows that stand in an index in their order are a few dozen each. More than this
+// is a sort, which has fetched the columns of all rows before it shows the first, or a search, in
+// which the columns of the rows that it finds are the smaller part: neither is worth doing twice.
+constexpr std::int64_t kMostWorkToRepeat = 10'000;
+
 ColumnSet Bit(std::size_t column) { return ColumnSet{1} << column; }
 
 [[noreturn]] void RaiseNoRow() { throw Failure(FailureNumber::kNoCurrentRecord); }
@@ -164,6 +170,9 @@ void Cursor::Start(ColumnSet columns, Direction direction) {
   for (const StoredValue& value : values_) {
     select_->statement.Bind(++parameter, value);
   }
+  if (learning_) {
+    select_->statement.TakeWork();
+  }
   Step();
 }
 
@@ -185,7 +194,7 @@ void Cursor::Step() {
 
 bool Cursor::NarrowToLearned() {
   learning_ = false;
-  if (read_ == select_->columns) {
+  if (read_ == select_->columns || select_->statement.TakeWork() > kMostWorkToRepeat) {
     shown_.clear();
     return false;
   }

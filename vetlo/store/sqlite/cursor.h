@@ -87,7 +87,7 @@ class Cursor {
   void Stop() noexcept;
   void Step();
   // Goes on with the learned columns alone, at the first row not shown yet; false where there is
-  // nothing to drop.
+  // nothing to drop, or where coming back to that row costs more than dropping it saves.
   bool NarrowToLearned();
   void SkipShownRows();
   [[nodiscard]] std::vector<std::int64_t> RowIds();

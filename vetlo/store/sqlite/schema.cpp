@@ -42,10 +42,12 @@ constexpr std::array kIndexes = {
           "TransactionRecordType, AccountNumber, ToOrFundAccountNumber, Total) "
           "WHERE SubCategoryNumber IS NOT NULL"},
     Index{"SubCategoriesOfCategory", "SubCategory (CategoryNumber)"},
-    // What went between the household and a payee.
+    // What went between the household and a payee. The records of a day stand in the order of their
+    // numbers, which is how a text ordered by the day shows them: nothing is left to sort.
     Index{"TransactionsOfPayee",
           "TransactionRecord (PayeeNumber, TransactionRecordType, TransactionDate, "
-          "TransactionType, AccountNumber, ToOrFundAccountNumber, Total)"},
+          "TransactionRecordNumber, TransactionType, AccountNumber, ToOrFundAccountNumber, "
+          "Total)"},
     // What an investment cost and brought.
     Index{"TransactionsOfItem",
           "TransactionRecord (AccountItemNumber, TransactionType, TransactionRecordType, "

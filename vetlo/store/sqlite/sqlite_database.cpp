@@ -13,6 +13,12 @@ bool IsSelect(std::string_view source) {
   return EqualsIgnoringCase(source.substr(0, kSelect.size()), kSelect);
 }
 
+void Run(Statement& statement) {
+  const auto reset = [](Statement* s) { s->Reset(); };
+  const std::unique_ptr<Statement, decltype(reset)> guard(&statement, reset);
+  statement.Step();
+}
+
 }  // namespace
 
 std::unique_ptr<Recordset> SqliteDatabase::OpenRecordset(std::string_view strSource,
@@ -30,7 +36,12 @@ std::unique_ptr<Recordset> SqliteDatabase::OpenRecordset(std::string_view strSou
 
 void SqliteDatabase::HoldSnapshot() {
   if (snapshots_ == 0) {
-    connection_.Execute("BEGIN");
+    if (!begin_) {
+      // The end is made first: what has begun can then always end.
+      commit_.emplace(connection_.handle(), "COMMIT");
+      begin_.emplace(connection_.handle(), "BEGIN");
+    }
+    Run(*begin_);
     ++snapshot_number_;
   }
   ++snapshots_;
@@ -39,7 +50,7 @@ void SqliteDatabase::HoldSnapshot() {
 void SqliteDatabase::ReleaseSnapshot() noexcept {
   --snapshots_;
   if (snapshots_ == 0) {
-    sqlite3_exec(connection_.handle(), "COMMIT", nullptr, nullptr, nullptr);
+    ResumeNext([this] { Run(*commit_); });
   }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -43,6 +44,9 @@ class SqliteDatabase : public Database {
 
  private:
   Connection connection_;
+  // How a snapshot begins and ends; made for the first one and kept.
+  std::optional<Statement> begin_;
+  std::optional<Statement> commit_;
   std::unordered_map<std::string, std::unique_ptr<Shape>> shapes_;
   std::unordered_map<const Table*, TableShapes> table_shapes_;
   int snapshots_ = 0;

@@ -80,8 +80,8 @@ void WriteAccountChart(ReportCall& call, ChartWriter& writer, const std::int32_t
 }
 
 constexpr SubjectFamily<std::int32_t, PriceHistory> kAccountPrices = {
-    NumberInFirstParameter, ComputeOfAccount,  TitleWithAccount,
-    WriteAccountTable,      WriteAccountChart, TitleLookUp::kAheadOfHeading};
+    NumberInFirstParameter, ComputeOfAccount, TitleWithAccount, WriteAccountTable,
+    WriteAccountChart};
 
 // ---- of one investment
 
@@ -124,8 +124,7 @@ void WriteItemChart(ReportCall& call, ChartWriter& writer, const std::int32_t& l
 }
 
 constexpr SubjectFamily<std::int32_t, PriceHistory> kItemPrices = {
-    NumberInFirstParameter, ComputeOfItem,  ItemTitle,
-    WriteItemTable,         WriteItemChart, TitleLookUp::kAheadOfHeading};
+    NumberInFirstParameter, ComputeOfItem, ItemTitle, WriteItemTable, WriteItemChart};
 
 }  // namespace
 

@@ -11,10 +11,6 @@ namespace vetlo {
 // investment, a payee. All of them run in one frame; where the parameters name nothing a report
 // stays empty and a chart has title and footnote alone.
 
-// When a report looks up the names in its title: once its heading is begun, or ahead of it. What
-// fails there finds the document with the beginning of a heading or without.
-enum class TitleLookUp { kWithinHeading, kAheadOfHeading };
-
 // What a family does where it has its turn in the frame.
 template <typename Subject, typename Figures>
 struct SubjectFamily {
@@ -29,7 +25,6 @@ struct SubjectFamily {
   // Only where computing did not fail. Looks up what names it writes.
   void (*write_chart)(ReportCall& call, ChartWriter& writer, const Subject& subject,
                       const Figures& figures);
-  TitleLookUp title_look_up = TitleLookUp::kWithinHeading;
 };
 
 template <typename Subject, typename Figures>
@@ -38,11 +33,9 @@ void ReportSubject(ReportCall& call, const SubjectFamily<Subject, Figures>& fami
   if (!subject) {
     return;
   }
-  const bool ahead = family.title_look_up == TitleLookUp::kAheadOfHeading;
-  const std::string title_ahead = ahead ? family.title(call, *subject) : "";
   ReportPage page = call.Page();
   page.BeginHeading();
-  page.WriteTitleLine(ahead ? title_ahead : family.title(call, *subject));
+  page.WriteTitleLine(family.title(call, *subject));
   page.EndHeading(call.Caption());
   Figures figures;
   const std::int32_t lngComputeError = call.Guard([&] { family.compute(call, *subject, figures); });

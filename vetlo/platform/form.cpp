@@ -30,10 +30,12 @@ Control* Form::Find(std::string_view name) const {
 void Form::ShowModal(Screen& screen) {
   visible_ = true;
   if (!std::exchange(activated_, true)) {
-    Activate();
+    Run([this] { Activate(); });
   }
   if (visible_) {
     FocusFirst();
+  }
+  if (visible_) {
     screen.ShowModal(*this);
   }
   visible_ = false;
@@ -43,8 +45,7 @@ void Form::ShowModal(Screen& screen) {
 }
 
 void Form::Hide() {
-  visible_ = false;
-  if (view_ != nullptr) {
+  if (std::exchange(visible_, false) && view_ != nullptr) {
     view_->FormHidden();
   }
 }

@@ -70,4 +70,14 @@ std::unique_ptr<Recordset> FailingDatabase::OpenRecordset(std::string_view strSo
   return std::make_unique<FailingRecordset>(Store().OpenRecordset(strSource, type), plan_, open_);
 }
 
+void FailingDatabase::BeginTrans() {
+  plan_.Count();
+  Store().BeginTrans();
+}
+
+void FailingDatabase::CommitTrans() {
+  plan_.Count();
+  Store().CommitTrans();
+}
+
 }  // namespace vetlo::testing

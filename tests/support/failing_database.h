@@ -59,6 +59,8 @@ class FailingDatabase : public ForwardingDatabase {
 
   using Database::OpenRecordset;
   std::unique_ptr<Recordset> OpenRecordset(std::string_view strSource, RecordsetType type) override;
+  void BeginTrans() override;
+  void CommitTrans() override;
 
   // How many recordsets are neither closed nor gone.
   [[nodiscard]] std::int64_t OpenRecordsets() const { return *open_; }

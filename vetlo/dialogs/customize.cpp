@@ -228,12 +228,14 @@ void frmCustomize::ShowEnd(const RangeEnd& end, const DateRangeFacts& range) {
   }
 }
 
-// An open end shows nothing, and neither does one that a number leads out of the calendar.
+// An open end shows nothing, and neither does a start that a number leads out of the calendar. The
+// end does not depend on the number.
 std::string frmCustomize::ComputedText(const RangeEnd& end, const DateRangeFacts& range) {
   std::string text;
   ResumeNext([&] {
-    const std::int32_t number =
-        range.takes_number ? ToLong(Variant(txtDateRangeExtInfo.Text())) : 1;
+    const std::int32_t number = range.takes_number && &end.box == &txtFrom
+                                    ? ToLong(Variant(txtDateRangeExtInfo.Text()))
+                                    : 1;
     const Date date =
         ComputedDateRange(static_cast<std::int32_t>(range.range), number, DayOf(platform_.Now())).*
         end.date;

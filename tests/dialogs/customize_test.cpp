@@ -13,13 +13,6 @@
 #include "vetlo/store/model.h"
 
 namespace vetlo {
-
-namespace testing {
-
-void PrintTo(const PlayedScreen::Message& message, std::ostream* out) { *out << message.text; }
-
-}  // namespace testing
-
 namespace {
 
 using namespace vetlo::testing;  // NOLINT: the tests speak in its words throughout

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -21,6 +22,7 @@ class PlayedScreen : public Screen {
     MsgBoxSymbol symbol = MsgBoxSymbol::kWarning;
 
     friend bool operator==(const Message&, const Message&) = default;
+    friend void PrintTo(const Message& message, std::ostream* out) { *out << message.text; }
   };
 
   // What the user does while a form shows. Where he leaves it open he closes its window.

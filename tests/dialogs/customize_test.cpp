@@ -805,6 +805,26 @@ TEST_F(Customize, AsksNoBoxThatIsNotInUse) {
   EXPECT_THAT(Messages(), IsEmpty());
 }
 
+TEST_F(Customize, GivesTheFocusBackOnceAllBoxesHavePassed) {
+  Open({.report_number = 1}, [](frmCustomize& form) {
+    form.MoveFocus(form.chkLegend);
+    form.cmdOK.on_click();
+    EXPECT_TRUE(form.chkLegend.HasFocus());
+  });
+  EXPECT_TRUE(saved_);
+}
+
+TEST_F(Customize, AsksTheBoxThatStillHasTheFocusHoweverOKIsReached) {
+  Open({.report_number = 1, .range = 15}, [](frmCustomize& form) {
+    form.txtTo.Type("nonsense");
+    form.cmdOK.on_click();
+    EXPECT_TRUE(form.Visible());
+    EXPECT_TRUE(form.txtTo.HasFocus());
+  });
+  EXPECT_THAT(Messages(), ElementsAre(kDateRefused));
+  EXPECT_FALSE(saved_);
+}
+
 TEST_F(Customize, CanBeAcceptedAfterARefusal) {
   Open({.report_number = 1}, [](frmCustomize& form) {
     form.txtTitle.Type("");

@@ -98,13 +98,18 @@ std::string_view WithoutLineEnd(std::string_view line) {
   return line.ends_with('\n') ? line.substr(0, line.size() - 1) : line;
 }
 
+// A name that is damaged is the whole line, which no class has.
+std::string SectionName(std::string_view line) {
+  const std::string_view words = line.substr(0, line.find_last_not_of(" \t\r\n") + 1);
+  return std::string(words.ends_with(']') ? words.substr(1, words.size() - 2) : words);
+}
+
 std::vector<Section> SectionsOf(std::string_view text) {
   std::vector<Section> sections(1);
   while (!text.empty()) {
     const std::string_view line = NextLine(text);
-    const std::string_view words = WithoutLineEnd(line);
-    if (words.starts_with('[') && words.ends_with(']')) {
-      sections.push_back({std::string(words.substr(1, words.size() - 2)), {}});
+    if (line.starts_with('[')) {
+      sections.push_back({SectionName(line), {}});
     }
     sections.back().text += line;
   }
@@ -114,10 +119,10 @@ std::vector<Section> SectionsOf(std::string_view text) {
 std::string TextOf(const std::vector<Section>& sections) {
   std::string text;
   for (const Section& section : sections) {
-    text += section.text;
-    if (!section.text.empty() && !section.text.ends_with('\n')) {
+    if (!text.empty() && !text.ends_with('\n')) {
       text += '\n';
     }
+    text += section.text;
   }
   return text;
 }
@@ -235,13 +240,7 @@ class MadeFolders {
       missing.push_back(at);
     }
     for (auto at = missing.rbegin(); at != missing.rend(); ++at) {
-      if (mkdir(at->c_str(), 0700) != 0 && errno != EEXIST) {
-        const int error = errno;
-        RemoveAgain();
-        errno = error;
-        RaiseErrno("cannot make the folder " + at->string());
-      }
-      made_.push_back(*at);
+      Make(*at);
     }
   }
   ~MadeFolders() {
@@ -254,6 +253,17 @@ class MadeFolders {
   void Keep() { kept_ = true; }
 
  private:
+  // One that another program has just made is not this one's to remove.
+  void Make(const fs::path& folder) {
+    if (mkdir(folder.c_str(), 0700) == 0) {
+      made_.push_back(folder);
+    } else if (errno != EEXIST) {
+      const int error = errno;
+      RemoveAgain();
+      errno = error;
+      RaiseErrno("cannot make the folder " + folder.string());
+    }
+  }
   void RemoveAgain() {
     for (auto at = made_.rbegin(); at != made_.rend(); ++at) {
       rmdir(at->c_str());
@@ -352,7 +362,10 @@ void WriteComponent(const std::string& file, const ComponentRecord& record) {
 void RemoveComponent(const std::string& file, std::string_view class_id) {
   RequirePlace(file);
   if (access(file.c_str(), F_OK) != 0) {
-    return;
+    if (errno == ENOENT || errno == ENOTDIR) {
+      return;
+    }
+    RaiseErrno("cannot reach " + file);
   }
   const FolderLock lock(fs::path(file).parent_path());
   std::vector<Section> sections = SectionsOf(ReadRegistry(file));

@@ -9,14 +9,28 @@
 #include "vetlo/surface/result_codes.h"
 
 namespace vetlo {
+namespace {
+
+// The loader would look a bare name up elsewhere, and take no name for the program itself. A
+// library registers the name that it was loaded by.
+std::string AbsoluteFile(const std::string& file) {
+  std::error_code error;
+  const auto absolute = std::filesystem::absolute(file, error);
+  if (error) {
+    throw ComponentError("the component '" + file + "' cannot be loaded: " + error.message());
+  }
+  return absolute.string();
+}
+
+}  // namespace
 
 // The entry points of a library. It is closed with its last user, unless it wants to stay.
 class LoadedLibrary {
  public:
   explicit LoadedLibrary(const std::string& file)
-      : file_(file), handle_(dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL)) {
+      : file_(AbsoluteFile(file)), handle_(dlopen(file_.c_str(), RTLD_NOW | RTLD_LOCAL)) {
     if (handle_ == nullptr) {
-      throw ComponentError("the component " + file + " cannot be loaded: " + dlerror());
+      throw ComponentError("the component " + file_ + " cannot be loaded: " + dlerror());
     }
     try {
       Find(register_server, "DllRegisterServer");

@@ -13,6 +13,7 @@
 #include "quillmarsh/cli/show_command.h"
 #include "quillmarsh/cli/trace_command.h"
 #include "quillmarsh/cli/user_error.h"
+#include "quillmarsh/terminal/safe_text.h"
 #include "vetlo/host/component.h"
 #include "vetlo/platform/failure.h"
 
@@ -250,7 +251,7 @@ int Run(Program& program) {
   } catch (const UserError& error) {
     program.err << "quillmarsh: " << OneLine(error.what()) << "\n";
   } catch (const vetlo::ComponentError& error) {
-    program.err << "quillmarsh: " << OneLine(error.what()) << "\n";
+    program.err << "quillmarsh: " << SafeText(error.what()) << "\n";
   } catch (const vetlo::Failure& failure) {
     program.err << "quillmarsh: the store cannot be used: failure " << failure.number() << " "
                 << OneLine(failure.what()) << "\n";

@@ -2,6 +2,7 @@
 
 #include <ostream>
 #include <string>
+#include <system_error>
 
 #include "quillmarsh/cli/loaded_component.h"
 #include "quillmarsh/cli/user_error.h"
@@ -29,6 +30,16 @@ void RequireWritten(vetlo::HRESULT result) {
 
 std::string Registry() { return SafeText(vetlo::RegistryFile()); }
 
+// Whether there is a record, of use or not.
+bool IsRegistered() {
+  try {
+    return vetlo::FindComponent(vetlo::RegistryFile(), vetlo::GuidText(vetlo::CLSID_clsTamo))
+        .has_value();
+  } catch (const std::system_error& error) {
+    throw UserError("the registry of components: " + SafeText(error.what()));
+  }
+}
+
 }  // namespace
 
 void RegisterCommand(std::ostream& out) {
@@ -40,7 +51,7 @@ void RegisterCommand(std::ostream& out) {
 }
 
 void UnregisterCommand(std::ostream& out) {
-  const bool registered = vetlo::FindComponentLibrary().registered;
+  const bool registered = IsRegistered();
   // The registered library may be gone; any of them takes the record out.
   RequireWritten(Component(vetlo::LibraryBesideProgram()).Unregister());
   out << (registered ? "Took the component out of " + Registry()

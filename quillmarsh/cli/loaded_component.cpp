@@ -1,6 +1,7 @@
 #include "quillmarsh/cli/loaded_component.h"
 
 #include "quillmarsh/cli/user_error.h"
+#include "quillmarsh/terminal/safe_text.h"
 
 namespace quillmarsh {
 namespace {
@@ -25,7 +26,7 @@ vetlo::Component LoadComponent() {
   try {
     return LoadFrom(vetlo::FindComponentLibrary());
   } catch (const vetlo::ComponentError& error) {
-    throw UserError(error.what());
+    throw UserError(SafeText(error.what()));
   }
 }
 

@@ -75,6 +75,8 @@ class _clsTamo : public IUnknown {
   ~_clsTamo() = default;
 };
 
+// Named as such identifiers are, after their interface.
+// NOLINTNEXTLINE(bugprone-reserved-identifier)
 inline constexpr GUID IID__clsTamo = {
     0x6C6B8233, 0x853D, 0x450E, {0xA1, 0x16, 0x8D, 0x12, 0xBD, 0xCE, 0x99, 0x53}};
 

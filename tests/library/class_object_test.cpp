@@ -213,6 +213,12 @@ TEST_F(Library, IsNeededWhileItIsLocked) {
   EXPECT_EQ(library_.can_unload_now(), S_OK);
 }
 
+TEST_F(Library, IsNotLetGoByALockThatIsNotThere) {
+  const auto tamo = library_.NewTamo();
+  EXPECT_EQ(library_.Factory()->LockServer(false), E_UNEXPECTED);
+  EXPECT_EQ(library_.can_unload_now(), S_FALSE);
+}
+
 TEST(UnloadedLibrary, IsGoneFromTheProcess) {
   const std::string file = LibraryBesideProgram();
   ASSERT_FALSE(IsLoaded(file));

@@ -71,6 +71,17 @@ TEST_F(Registration, TellsWhereTheLibrarysFileReallyLies) {
   EXPECT_EQ(Record().value().library, fs::canonical(folder).string() + "/libvetlo.so");
 }
 
+TEST_F(Registration, TellsWhereALibraryOfARelativeNameWasLoadedFrom) {
+  fs::create_directory(data_ / "sub");
+  fs::copy(LibraryBesideProgram(), data_ / "sub/libvetlo.so");
+  const fs::path before = fs::current_path();
+  fs::current_path(data_.path());
+  const OpenedLibrary library("./sub/libvetlo.so");
+  fs::current_path(before);
+  EXPECT_EQ(library.register_server(), S_OK);
+  EXPECT_EQ(Record().value().library, fs::canonical(data_ / "sub").string() + "/libvetlo.so");
+}
+
 TEST_F(Registration, KeepsTheNameOfALinkToTheLibrary) {
   fs::copy(LibraryBesideProgram(), data_ / "libvetlo.so.3.20");
   fs::create_symlink("libvetlo.so.3.20", data_ / "libvetlo.so");

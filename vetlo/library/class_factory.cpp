@@ -35,8 +35,11 @@ HRESULT TamoFactory::CreateInstance(IUnknown* outer, const GUID& iid, void** obj
 }
 
 HRESULT TamoFactory::LockServer(bool lock) noexcept {
-  lock ? TheModule().Hold() : TheModule().LetGo();
-  return S_OK;
+  if (lock) {
+    TheModule().Lock();
+    return S_OK;
+  }
+  return TheModule().Unlock() ? S_OK : E_UNEXPECTED;
 }
 
 HRESULT TamoFactory::GetFacts(LibraryFacts* facts) noexcept {

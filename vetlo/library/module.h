@@ -12,10 +12,19 @@ class Module {
  public:
   void Hold() { ++holds_; }
   void LetGo() { --holds_; }
-  [[nodiscard]] bool InUse() const { return holds_ != 0; }
+  void Lock() { ++locks_; }
+  // False where there is no lock to take off.
+  bool Unlock() {
+    std::int64_t locks = locks_;
+    while (locks > 0 && !locks_.compare_exchange_weak(locks, locks - 1)) {
+    }
+    return locks > 0;
+  }
+  [[nodiscard]] bool InUse() const { return holds_ != 0 || locks_ != 0; }
 
  private:
   std::atomic<std::int64_t> holds_ = 0;
+  std::atomic<std::int64_t> locks_ = 0;
 };
 
 Module& TheModule();

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <climits>
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
@@ -310,6 +311,19 @@ void RequirePlace(const std::string& file) {
   }
 }
 
+// Where a library was loaded from: a name that is not absolute counts from the folder that was the
+// present one then.
+fs::path FolderOfLoaded(const char* library) {
+  void* const handle = dlopen(library, RTLD_LAZY | RTLD_NOLOAD);
+  if (handle == nullptr) {
+    return fs::absolute(library).parent_path();
+  }
+  std::array<char, PATH_MAX> folder = {};
+  const bool told = dlinfo(handle, RTLD_DI_ORIGIN, folder.data()) == 0;
+  dlclose(handle);
+  return told ? fs::path(folder.data()) : fs::absolute(library).parent_path();
+}
+
 std::string AbsoluteSetting(const char* name) {
   const char* const value = std::getenv(name);
   return value != nullptr && *value == '/' ? value : "";
@@ -331,8 +345,9 @@ std::string LibraryFileOf(const void* address) {
   if (dladdr(address, &info) == 0 || info.dli_fname == nullptr) {
     throw std::system_error(ENOENT, std::generic_category(), "the library has no file");
   }
-  const fs::path file = fs::absolute(info.dli_fname);
-  return (fs::canonical(file.parent_path()) / file.filename()).string();
+  const fs::path file = info.dli_fname;
+  const fs::path folder = file.is_absolute() ? file.parent_path() : FolderOfLoaded(info.dli_fname);
+  return (fs::canonical(folder) / file.filename()).string();
 }
 
 std::optional<ComponentRecord> FindComponent(const std::string& file, std::string_view class_id) {

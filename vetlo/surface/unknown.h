@@ -56,7 +56,8 @@ class IClassFactory : public IUnknown {
  public:
   // There is no aggregation: `outer` is null, else CLASS_E_NOAGGREGATION.
   virtual HRESULT CreateInstance(IUnknown* outer, const GUID& iid, void** object) noexcept = 0;
-  // Keeps the library loaded without an object of it.
+  // Keeps the library loaded without an object of it. E_UNEXPECTED where there is no lock to take
+  // off.
   virtual HRESULT LockServer(bool lock) noexcept = 0;
 
  protected:

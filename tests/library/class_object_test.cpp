@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <optional>
+#include <ostream>
 #include <thread>
 #include <vector>
 
@@ -101,6 +101,10 @@ struct ObjectCase {
   const char* name;
   std::vector<GUID> interfaces;
   Held<IUnknown> (*make)(const OpenedLibrary& library);
+
+  friend std::ostream& operator<<(std::ostream& out, const ObjectCase& object) {
+    return out << object.name;
+  }
 };
 
 class Interfaces : public ::testing::TestWithParam<ObjectCase> {

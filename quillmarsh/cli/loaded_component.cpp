@@ -6,27 +6,20 @@
 namespace quillmarsh {
 namespace {
 
-vetlo::Component LoadFrom(const vetlo::ComponentPlace& place) {
-  try {
-    return vetlo::Component(place.file);
-  } catch (const vetlo::ComponentError& error) {
-    if (!place.registered) {
-      throw;
-    }
-    throw vetlo::ComponentError(
-        std::string(error.what()) +
-        "; it is the registered one: 'quillmarsh register' registers that of this program, "
-        "'quillmarsh unregister' forgets it");
-  }
-}
+constexpr const char* kAdvice =
+    "; 'quillmarsh register' registers the component of this program in its place, 'quillmarsh "
+    "unregister' forgets it";
 
 }  // namespace
 
 vetlo::Component LoadComponent() {
+  bool registered = true;  // as long as the registry does not say otherwise
   try {
-    return LoadFrom(vetlo::FindComponentLibrary());
+    const vetlo::ComponentPlace place = vetlo::FindComponentLibrary();
+    registered = place.registered;
+    return vetlo::Component(place.file);
   } catch (const vetlo::ComponentError& error) {
-    throw UserError(SafeText(error.what()));
+    throw UserError(SafeText(error.what()) + (registered ? kAdvice : ""));
   }
 }
 

@@ -136,6 +136,12 @@ TEST(Component, OfALibraryThatIsNoComponentIsAnError) {
   EXPECT_EQ(LoadError(other), other + " is no component: it has no DllRegisterServer");
 }
 
+TEST(Component, OfAnotherVersionIsAnError) {
+  EXPECT_THAT(LoadError(OLDER_LIBRARY),
+              AllOf(HasSubstr(OLDER_LIBRARY), HasSubstr("is of version 3.19"),
+                    HasSubstr("works with version 3.20")));
+}
+
 TEST(Component, OfNoFileIsAnErrorAndNotTheProgramItself) {
   EXPECT_THAT(LoadError(""), StartsWith("the component '' cannot be loaded"));
 }

@@ -131,6 +131,10 @@ Component::Component(const std::string& file) : library_(std::make_shared<Loaded
   type_library_ = facts.type_library;
   text_ = facts.text;
   version_ = facts.version;
+  if (version_ != VETLO_VERSION) {
+    throw ComponentError("the component " + file + " is of version " + version_ +
+                         "; this program works with version " VETLO_VERSION);
+  }
 }
 
 Tamo Component::NewTamo(Platform& platform) const {

@@ -31,7 +31,7 @@ std::string LibraryBesideProgram();
 // A component's library while it is loaded. It is let go when the last Tamo of it has gone.
 class Component {
  public:
-  // Fails with a ComponentError.
+  // Fails with a ComponentError, also for a library of another version than the host's.
   explicit Component(const std::string& file);
 
   // What the library says of itself.

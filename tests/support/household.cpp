@@ -139,17 +139,27 @@ void AddRows(SmallStore& store) {
   }
 }
 
-}  // namespace
-
-SmallStore HouseholdOfEveryKind() {
-  SmallStore store;
+void AddAll(SmallStore& store) {
   AddAccounts(store);
   AddNames(store);
   AddSecurities(store);
   AddTransactions(store);
   AddBudget(store);
   AddRows(store);
+}
+
+}  // namespace
+
+SmallStore HouseholdOfEveryKind() {
+  SmallStore store;
+  AddAll(store);
   return store;
+}
+
+void WriteHouseholdOfEveryKind(const std::string& path) {
+  SmallStore store(path);
+  AddAll(store);
+  store.Finish();
 }
 
 std::unique_ptr<Database> HouseholdWithEveryRow() { return HouseholdOfEveryKind().Open(); }

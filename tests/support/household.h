@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "tests/support/small_store.h"
@@ -13,6 +14,8 @@ namespace vetlo::testing {
 // Its history lies in the first three months of 2026. The settings row of a report number is that
 // number, and as a chart a hundred more; the histories 25 to 30 take their subject from the caller.
 SmallStore HouseholdOfEveryKind();
+// The same in a new file.
+void WriteHouseholdOfEveryKind(const std::string& path);
 std::unique_ptr<Database> HouseholdWithEveryRow();
 
 // A subject of which a settings row has something to show.

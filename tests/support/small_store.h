@@ -57,6 +57,10 @@ struct TestRow {
 //   auto store = SmallStore().Account(1, "Wallet", kCashAccount, 12.5).Row({.number = 7}).Open();
 class SmallStore {
  public:
+  SmallStore() = default;
+  // In a new file; it is complete after Finish.
+  explicit SmallStore(const std::string& path) : builder_(path) {}
+
   SmallStore& Account(std::int32_t number, const std::string& name, std::int32_t type,
                       double opening_balance = 0);
   // Numbered in the order in which they are added, from 1.
@@ -68,6 +72,7 @@ class SmallStore {
   SmallStore& Execute(const std::string& sql);
 
   std::unique_ptr<Database> Open() { return builder_.Open(); }
+  void Finish() { builder_.Finish(); }
 
  private:
   StoreBuilder builder_;

@@ -13,6 +13,9 @@ namespace {
 
 constexpr int kBusyTimeoutMilliseconds = 5000;
 
+// Reads something of a store, whatever it is a store of.
+constexpr const char* kAnyLook = "PRAGMA schema_version";
+
 [[noreturn]] void RaiseMismatch(ColumnType type) {
   static constexpr std::array<const char*, 7> kKinds = {
       "whole number", "amount", "date", "yes or no", "number", "text", "value"};
@@ -113,6 +116,38 @@ bool IsAllowed(int action, const char* first, const char* second, bool writable)
   }
 }
 
+// What a user is told who can do something about it himself; empty where he cannot.
+std::string_view WayOutOf(int result) {
+  switch (result) {
+    case SQLITE_READONLY_ROLLBACK:
+    case SQLITE_READONLY_RECOVERY:
+    case SQLITE_READONLY_CANTLOCK:
+      return "a save of the store was broken off and has to be undone first; open it once as a "
+             "user who may write the file and its folder";
+    case SQLITE_READONLY_DIRECTORY:
+      return "the store cannot be changed: its folder may not be written; change the folder's "
+             "permissions";
+    case SQLITE_IOERR_WRITE:
+    case SQLITE_IOERR_FSYNC:
+    case SQLITE_IOERR_TRUNCATE:
+      return "the store cannot be written; see whether the disk is full, then try again";
+    default:
+      break;
+  }
+  switch (result & 0xFF) {
+    case SQLITE_READONLY:
+      return "the store cannot be changed: the file may not be written; change its permissions";
+    case SQLITE_CANTOPEN:
+    case SQLITE_PERM:
+      return "the store cannot be opened; see to it that the permissions of the file and its "
+             "folder allow it";
+    case SQLITE_FULL:
+      return "the store cannot be written: the disk is full; make room, then try again";
+    default:
+      return {};
+  }
+}
+
 template <bool writable>
 int Authorize(void*, int action, const char* first, const char* second, const char*, const char*) {
   return IsAllowed(action, first, second, writable) ? SQLITE_OK : SQLITE_DENY;
@@ -144,6 +179,9 @@ StoredValue StoredForm(const Variant& value, ColumnType type) {
 }
 
 void RaiseStoreFailure(sqlite3* handle, int result) {
+  if (const std::string_view way_out = WayOutOf(result); !way_out.empty()) {
+    throw Failure(FailureNumber::kStoreUnusable, std::string(way_out));
+  }
   const std::string message = handle != nullptr ? sqlite3_errmsg(handle) : sqlite3_errstr(result);
   switch (result & 0xFF) {
     case SQLITE_NOMEM:
@@ -258,7 +296,7 @@ Connection Connection::CreateFile(const std::string& path) {
   return {path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE};
 }
 
-Connection Connection::OpenFile(const std::string& path, StoreAccess access) {
+Connection Connection::OpenGuarded(const std::string& path, StoreAccess access) {
   const int mode = access == StoreAccess::kReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
   Connection connection(path, mode | SQLITE_OPEN_NOFOLLOW);
   sqlite3* const handle = connection.handle();
@@ -279,6 +317,21 @@ Connection Connection::OpenFile(const std::string& path, StoreAccess access) {
   sqlite3_limit(handle, SQLITE_LIMIT_ATTACHED, 0);
   sqlite3_busy_timeout(handle, kBusyTimeoutMilliseconds);
   connection.Execute("PRAGMA cell_size_check = ON");
+  return connection;
+}
+
+bool Connection::WaitsForRollback() {
+  return sqlite3_exec(handle(), kAnyLook, nullptr, nullptr, nullptr) == SQLITE_READONLY_ROLLBACK;
+}
+
+Connection Connection::OpenFile(const std::string& path, StoreAccess access) {
+  Connection connection = OpenGuarded(path, access);
+  if (access == StoreAccess::kReadOnly && connection.WaitsForRollback()) {
+    // The first look of a connection that may write undoes it. Where that fails, the reader's own
+    // next look says so.
+    ResumeNext([&] { OpenGuarded(path, StoreAccess::kReadWrite).Execute(kAnyLook); });
+    connection = OpenGuarded(path, access);
+  }
   connection.Execute("PRAGMA cache_size = -65536");
   if (access == StoreAccess::kReadOnly) {
     connection.Execute("PRAGMA query_only = ON");

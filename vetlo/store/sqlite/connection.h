@@ -56,7 +56,9 @@ class Connection {
   // A new database in memory or in a new file.
   static Connection CreateInMemory();
   static Connection CreateFile(const std::string& path);
-  // Opens a file that may come from anywhere, with all that runs by itself switched off.
+  // Opens a file that may come from anywhere, with all that runs by itself switched off. A save
+  // that was broken off is undone first; fails with kStoreUnusable where the file or its folder
+  // cannot be written for that.
   static Connection OpenFile(const std::string& path, StoreAccess access);
 
   [[nodiscard]] sqlite3* handle() const { return handle_.get(); }
@@ -75,6 +77,9 @@ class Connection {
     void operator()(sqlite3* handle) const { sqlite3_close_v2(handle); }
   };
   Connection(const std::string& path, int flags);
+  static Connection OpenGuarded(const std::string& path, StoreAccess access);
+  // Whether a save was broken off that this connection, which only reads, cannot undo.
+  [[nodiscard]] bool WaitsForRollback();
 
   std::unique_ptr<sqlite3, Close> handle_;
 };

@@ -228,8 +228,8 @@ void AddComponentCommands(CLI::App& app, Program& program) {
   }
 }
 
-// The first line of a text: an error is one line.
-std::string OneLine(const std::string& text) { return text.substr(0, text.find('\n')); }
+// An error is one line, whatever the words were that it repeats.
+std::string OneLine(const std::string& text) { return SafeText(text); }
 
 int Misused(const CLI::App& app, const CLI::ParseError& error, Program& program) {
   std::ostringstream out;
@@ -246,8 +246,10 @@ int Misused(const CLI::App& app, const CLI::ParseError& error, Program& program)
 int Run(Program& program) {
   try {
     program.run();
-    program.out.flush();
-    return kExitDone;
+    if (program.out.flush()) {
+      return kExitDone;
+    }
+    program.err << "quillmarsh: the output cannot be written; see whether its disk is full\n";
   } catch (const UserError& error) {
     program.err << "quillmarsh: " << OneLine(error.what()) << "\n";
   } catch (const vetlo::ComponentError& error) {

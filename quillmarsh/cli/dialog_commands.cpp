@@ -101,30 +101,30 @@ std::string Indexed(const char* name, std::int32_t index) {
   return std::string(name) + "(" + std::to_string(index) + ")";
 }
 
-void ChooseForm(const Form& form, const std::string& as) {
-  if (as.empty()) {
+void ChooseForm(const Form& form, const std::optional<std::string>& as) {
+  if (!as) {
     return;
   }
   if (as != "chart" && as != "report") {
-    throw UserError("--as takes report or chart, not '" + as + "'");
+    throw UserError("--as takes report or chart, not '" + *as + "'");
   }
   const auto index = static_cast<std::int32_t>(as == "chart" ? vetlo::ChartOrReport::kChart
                                                              : vetlo::ChartOrReport::kReport);
   Choose(form, Indexed("optChartOrReportType", index), "this report has no chart");
 }
 
-void ChooseKind(const Form& form, const std::string& kind) {
-  if (!kind.empty()) {
-    Choose(form, Indexed("optChartType", ChartKindArgument(kind)), "this report has no chart");
+void ChooseKind(const Form& form, const std::optional<std::string>& kind) {
+  if (kind) {
+    Choose(form, Indexed("optChartType", ChartKindArgument(*kind)), "this report has no chart");
   }
 }
 
-void SwitchLegend(const Form& form, const std::string& legend) {
-  if (legend.empty()) {
+void SwitchLegend(const Form& form, const std::optional<std::string>& legend) {
+  if (!legend) {
     return;
   }
   if (legend != "on" && legend != "off") {
-    throw UserError("--legend takes on or off, not '" + legend + "'");
+    throw UserError("--legend takes on or off, not '" + *legend + "'");
   }
   auto& box = The<vetlo::CheckBox>(form, "chkLegend");
   if (!box.InUse()) {
@@ -135,10 +135,20 @@ void SwitchLegend(const Form& form, const std::string& legend) {
   }
 }
 
+// A text that nobody could type does not come into the store.
+void RequireTypeable(const char* what, const std::string& text) {
+  if (SafeText(text) != text) {
+    throw UserError(std::string(what) +
+                    " holds what cannot be shown; leave out line breaks, control characters and "
+                    "bytes that are no UTF-8");
+  }
+}
+
 void TypeTitle(const Form& form, const std::optional<std::string>& title) {
   if (!title) {
     return;
   }
+  RequireTypeable("--title", *title);
   auto& box = The<vetlo::TextBox>(form, "txtTitle");
   // The box would cut the text off, and nobody would see it.
   if (vetlo::CharacterCount(*title) > box.MaxLength()) {
@@ -173,8 +183,8 @@ bool IsOffered(const Form& form, DateRange range) {
 
 // Dates without a range ask for one that takes them.
 void PickRangeFor(const Form& form, const CustomizeArguments& arguments) {
-  if (!arguments.range.empty()) {
-    PickRange(form, RangeArgument(arguments.range));
+  if (arguments.range) {
+    PickRange(form, RangeArgument(*arguments.range));
     return;
   }
   const bool fits = (!arguments.from || The<vetlo::TextBox>(form, "txtFrom").InUse()) &&
@@ -211,9 +221,8 @@ void Customize(const Form& form, const CustomizeArguments& arguments) {
 }
 
 void RequireAChange(const CustomizeArguments& arguments) {
-  const bool any = !arguments.as.empty() || !arguments.kind.empty() || !arguments.legend.empty() ||
-                   arguments.title || !arguments.range.empty() || arguments.n || arguments.from ||
-                   arguments.to;
+  const bool any = arguments.as || arguments.kind || arguments.legend || arguments.title ||
+                   arguments.range || arguments.n || arguments.from || arguments.to;
   if (!any) {
     throw UserError(
         "say what to change: --as, --kind, --legend, --title, --range, --n, --from or --to");
@@ -244,6 +253,7 @@ Parameters ParametersOf(const FavoriteArguments& arguments, const SettingsRowFac
 }
 
 void NameFavorite(const Form& form, const std::string& name) {
+  RequireTypeable("NAME", name);
   The<vetlo::ComboBox>(form, "cboName").Type(name);
   auto& ok = The<vetlo::Button>(form, "cmdOK");
   if (ok.InUse()) {

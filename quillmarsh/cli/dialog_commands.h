@@ -12,12 +12,12 @@ namespace quillmarsh {
 // What is not given stays as it is.
 struct CustomizeArguments {
   std::string store;
-  std::string row;  // a number or a name
-  std::string as;   // report or chart
-  std::string kind;
-  std::string legend;  // on or off
+  std::string row;                // a number or a name
+  std::optional<std::string> as;  // report or chart
+  std::optional<std::string> kind;
+  std::optional<std::string> legend;  // on or off
   std::optional<std::string> title;
-  std::string range;
+  std::optional<std::string> range;
   std::optional<std::string> n;
   std::optional<std::string> from;
   std::optional<std::string> to;

@@ -2,9 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <sstream>
 
-#include "quillmarsh/cli/command_line.h"
+#include "tests/cli/quill.h"
 #include "tests/support/program.h"
 #include "tests/support/small_store.h"
 
@@ -14,25 +13,6 @@ namespace {
 using ::testing::HasSubstr;
 using ::testing::Not;
 using ::testing::StartsWith;
-
-// The program's function with these words.
-ProgramRun Quill(std::vector<std::string> words) {
-  words.insert(words.begin(), "quillmarsh");
-  std::vector<const char*> argv;
-  for (const std::string& word : words) {
-    argv.push_back(word.c_str());
-  }
-  std::ostringstream out;
-  std::ostringstream err;
-  const int status =
-      quillmarsh::RunCommandLine(static_cast<int>(argv.size()), argv.data(), out, err);
-  return {status, out.str(), err.str()};
-}
-
-void ExpectOneLine(const std::string& text) {
-  EXPECT_EQ(std::ranges::count(text, '\n'), 1) << text;
-  EXPECT_THAT(text, StartsWith("quillmarsh: "));
-}
 
 // A store file with two accounts and a few settings rows.
 class CommandLine : public ::testing::Test {

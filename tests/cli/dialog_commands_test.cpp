@@ -5,6 +5,7 @@
 
 #include <cstdio>
 #include <map>
+#include <ostream>
 #include <tuple>
 
 #include "tests/cli/quill.h"
@@ -137,6 +138,10 @@ struct ChangeCase {
   std::int32_t row;
   Words options;
   Fields changed;  // all else stays
+
+  friend std::ostream& operator<<(std::ostream& out, const ChangeCase& test) {
+    return out << test.name;
+  }
 };
 
 class Changing : public DialogCommands, public ::testing::WithParamInterface<ChangeCase> {};
@@ -228,6 +233,10 @@ struct RefusalCase {
   const char* name;
   Words words;  // the row and the options
   std::string told;
+
+  friend std::ostream& operator<<(std::ostream& out, const RefusalCase& test) {
+    return out << test.name;
+  }
 };
 
 class RefusedChange : public DialogCommands, public ::testing::WithParamInterface<RefusalCase> {};

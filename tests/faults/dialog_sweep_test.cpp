@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <map>
+#include <ostream>
 
 #include "tests/support/failing_database.h"
 #include "tests/support/household.h"
@@ -37,6 +38,8 @@ struct Deed {
   const char* name;
   std::int32_t row;
   bool (*run)(clsTamo& component, PlayedScreen& screen, Database& store, Recordset& rows);
+
+  friend std::ostream& operator<<(std::ostream& out, const Deed& deed) { return out << deed.name; }
 };
 
 template <typename Kind>

@@ -3,6 +3,8 @@
 #include <signal.h>
 #include <sys/resource.h>
 
+#include <ostream>
+
 #include "tests/saves/saved_household.h"
 
 namespace vetlo::testing {
@@ -14,6 +16,10 @@ struct FullDiskCase {
   const char* name;
   Words words;  // STORE stands for the file
   std::int32_t row;
+
+  friend std::ostream& operator<<(std::ostream& out, const FullDiskCase& test) {
+    return out << test.name;
+  }
 };
 
 class FullDisk : public SavedHousehold, public ::testing::WithParamInterface<FullDiskCase> {

@@ -1,6 +1,7 @@
 // Saves by a user who may not write the file or its folder.
 
 #include <filesystem>
+#include <ostream>
 
 #include "tests/saves/saved_household.h"
 
@@ -48,6 +49,10 @@ struct PermissionCase {
   fs::perms file;
   fs::perms folder;
   const char* told;
+
+  friend std::ostream& operator<<(std::ostream& out, const PermissionCase& test) {
+    return out << test.name;
+  }
 };
 
 class NoPermission : public Permissions, public ::testing::WithParamInterface<PermissionCase> {};

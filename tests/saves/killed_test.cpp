@@ -158,7 +158,7 @@ class KilledSave : public SavedHousehold {
     const auto start = std::chrono::steady_clock::now();
     Saved(&LongRow);
     const auto time = std::chrono::steady_clock::now() - start;
-    return static_cast<int>(std::min(std::chrono::microseconds(500'000),
+    return static_cast<int>(std::min(std::chrono::microseconds(80'000 * kSlowness),
                                      std::chrono::duration_cast<std::chrono::microseconds>(time))
                                 .count());
   }

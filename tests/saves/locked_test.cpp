@@ -19,8 +19,7 @@ struct TimedRun {
 };
 
 std::future<TimedRun> Start(const Words& words) {
-  return std::async(std::launch::async, [words] {
-    const auto start = steady_clock::now();
+  return std::async(std::launch::async, [words, start = steady_clock::now()] {
     ProgramRun run = RunProgram(PROGRAM, words);
     return TimedRun{std::move(run),
                     std::chrono::duration_cast<milliseconds>(steady_clock::now() - start)};

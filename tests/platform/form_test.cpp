@@ -341,6 +341,16 @@ TEST_F(Forms, ControlsAreInUseWhileTheyAreEnabledAndVisible) {
   EXPECT_FALSE(form_.check.InUse());
 }
 
+TEST_F(Forms, ControlsAreNotInUseWhereWhatHoldsThemIsNot) {
+  form_.frame.SetEnabled(false);
+  EXPECT_FALSE(form_.size[0].InUse());
+  EXPECT_TRUE(form_.color.InUse());
+  Show([this] {
+    form_.size[0].Choose();
+    EXPECT_FALSE(form_.size[0].Value());
+  });
+}
+
 TEST_F(Forms, ControlsKnowWhatHoldsThem) {
   EXPECT_EQ(form_.size[0].GetContainer(), &form_.frame);
   EXPECT_EQ(form_.check.GetContainer(), nullptr);
@@ -690,6 +700,11 @@ TEST_F(Forms, AFirstFocusThatFailsComesOutOfShowingAndTheFormNeverShows) {
   form_.first.on_got_focus = FailAsStore;
   EXPECT_EQ(FailureOf([&] { Show(); }), kStoreUnusable);
   EXPECT_EQ(screen_.forms_shown, 0);
+}
+
+TEST_F(Forms, AScreenThatFailsLeavesTheFormHidden) {
+  EXPECT_EQ(FailureOf([this] { Show(FailAsStore); }), kStoreUnusable);
+  EXPECT_FALSE(form_.Visible());
 }
 
 TEST_F(Forms, AFailureComesOutOnce) {

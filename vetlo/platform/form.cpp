@@ -36,7 +36,7 @@ void Form::ShowModal(Screen& screen) {
     FocusFirst();
   }
   if (visible_) {
-    screen.ShowModal(*this);
+    Run([&] { screen.ShowModal(*this); });
   }
   visible_ = false;
   if (failure_) {
@@ -109,6 +109,10 @@ void Form::PutFocus(Control& control) {
 Control::Control(Form& form, Container* container, std::string name, std::string caption)
     : form_(form), container_(container), name_(std::move(name)), caption_(std::move(caption)) {
   form_.controls_.push_back(this);
+}
+
+bool Control::InUse() const {
+  return enabled_ && visible_ && (container_ == nullptr || container_->InUse());
 }
 
 void Control::SetCaption(std::string caption) {

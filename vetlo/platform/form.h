@@ -109,8 +109,8 @@ class Control {
   void SetEnabled(bool enabled);
   [[nodiscard]] bool Visible() const { return visible_; }
   void SetVisible(bool visible);
-  // Both enabled and visible.
-  [[nodiscard]] bool InUse() const { return enabled_ && visible_; }
+  // Enabled and visible, and so is all that holds it.
+  [[nodiscard]] bool InUse() const;
   // What holds it, or null where the form itself does.
   [[nodiscard]] Container* GetContainer() const { return container_; }
 

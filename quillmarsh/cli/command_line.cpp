@@ -1,9 +1,12 @@
 #include "quillmarsh/cli/command_line.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <functional>
 #include <ostream>
 #include <sstream>
+#include <utility>
+#include <vector>
 
 #include "quillmarsh/cli/component_commands.h"
 #include "quillmarsh/cli/dialog_commands.h"
@@ -149,6 +152,8 @@ void AddCustomize(CLI::App& app, Program& program) {
   auto arguments = std::make_shared<CustomizeArguments>();
   CLI::App* const command = app.add_subcommand(
       "customize", "Change how a report of the list is shown, as its dialog does.");
+  command->footer(
+      "Example:  quillmarsh customize home.qm \"Net Worth\" --as chart --to 2026-03-31\n");
   command->add_option("FILE", arguments->store, "the store file")->required();
   command->add_option("ROW", arguments->row, "its number or its name in the list")->required();
   command->add_option("--as", arguments->as, "report or chart");
@@ -160,10 +165,12 @@ void AddCustomize(CLI::App& app, Program& program) {
                       "last-n-months, custom-dates");
   command->add_option("--n", arguments->n, "how many days or months, for last-n-days and -months");
   command->add_option("--from", arguments->from,
-                      "the first day, YYYY-MM-DD, for custom-dates; empty for an open start");
-  command->add_option("--to", arguments->to,
-                      "the last day, YYYY-MM-DD, for custom-dates and up-to-a-date; empty for an "
-                      "open end");
+                      "the first day, YYYY-MM-DD, empty for an open start; without --range it "
+                      "asks for custom-dates");
+  command->add_option(
+      "--to", arguments->to,
+      "the last day, YYYY-MM-DD, empty for an open end; without --range it asks for "
+      "custom-dates, or where there are none for up-to-a-date");
   command->callback([&program, arguments] {
     program.run = [&program, arguments] { CustomizeCommand(*arguments, program.out); };
   });
@@ -174,6 +181,7 @@ void AddReset(CLI::App& app, Program& program) {
   auto row = std::make_shared<std::string>();
   CLI::App* const command =
       app.add_subcommand("reset", "Put a report of the list back to its defaults.");
+  command->footer("Example:  quillmarsh reset home.qm \"Net Worth\"\n");
   command->add_option("FILE", *store, "the store file")->required();
   command->add_option("ROW", *row, "its number or its name in the list")->required();
   command->callback([&program, store, row] {
@@ -185,6 +193,7 @@ void AddFavorite(CLI::App& app, Program& program) {
   auto arguments = std::make_shared<FavoriteArguments>();
   CLI::App* const command = app.add_subcommand(
       "favorite", "Save the settings of a report of the list as a favorite of its own.");
+  command->footer("Example:  quillmarsh favorite home.qm 1 \"Where it goes\"\n");
   command->add_option("FILE", arguments->store, "the store file")->required();
   command->add_option("ROW", arguments->row, "its number or its name in the list")->required();
   command->add_option("NAME", arguments->name, "the favorite's name")->required();
@@ -199,6 +208,7 @@ void AddUnfavorite(CLI::App& app, Program& program) {
   auto store = std::make_shared<std::string>();
   auto name = std::make_shared<std::string>();
   CLI::App* const command = app.add_subcommand("unfavorite", "Take a favorite off the list.");
+  command->footer("Example:  quillmarsh unfavorite home.qm \"Where it goes\"\n");
   command->add_option("FILE", *store, "the store file")->required();
   command->add_option("NAME", *name, "the favorite's name")->required();
   command->callback([&program, store, name] {
@@ -231,6 +241,44 @@ void AddComponentCommands(CLI::App& app, Program& program) {
 // An error is one line, whatever the words were that it repeats.
 std::string OneLine(const std::string& text) { return SafeText(text); }
 
+// What a user is told of a failure that nobody explained on its way.
+std::string TextOfFailure(const vetlo::Failure& failure) {
+  if (*failure.what() != '\0') {
+    return failure.what();
+  }
+  switch (static_cast<vetlo::FailureNumber>(failure.number())) {
+    case vetlo::FailureNumber::kInvalidCall:
+    case vetlo::FailureNumber::kOverflow:
+      return "the store holds a number or a date that is out of range";
+    case vetlo::FailureNumber::kTypeMismatch:
+      return "the store holds a value of the wrong kind";
+    case vetlo::FailureNumber::kInvalidUseOfNull:
+      return "the store leaves a value empty that is needed";
+    case vetlo::FailureNumber::kNoCurrentRecord:
+      return "the row is no longer there";
+    default:
+      return "the store cannot be used";
+  }
+}
+
+// An option with an empty value, "--title=", as the two words that it stands for; the parser would
+// take the word behind it for the value.
+std::vector<std::string> WordsOf(int argc, const char* const* argv) {
+  std::vector<std::string> words;
+  bool options = true;
+  for (int i = 1; i < argc; ++i) {
+    std::string word = argv[i];
+    options = options && word != "--";
+    if (options && word.starts_with("--") && word.find('=') + 1 == word.size()) {
+      word.pop_back();
+      words.push_back(word);
+      word.clear();
+    }
+    words.push_back(word);
+  }
+  return words;
+}
+
 int Misused(const CLI::App& app, const CLI::ParseError& error, Program& program) {
   std::ostringstream out;
   std::ostringstream err;
@@ -255,8 +303,8 @@ int Run(Program& program) {
   } catch (const vetlo::ComponentError& error) {
     program.err << "quillmarsh: " << SafeText(error.what()) << "\n";
   } catch (const vetlo::Failure& failure) {
-    program.err << "quillmarsh: the store cannot be used: failure " << failure.number() << " "
-                << OneLine(failure.what()) << "\n";
+    program.err << "quillmarsh: " << OneLine(TextOfFailure(failure)) << " (failure "
+                << failure.number() << ")\n";
   } catch (const std::bad_alloc&) {
     program.err << "quillmarsh: there is not enough memory\n";
   }
@@ -290,7 +338,9 @@ int RunCommandLine(int argc, const char* const* argv, std::ostream& out, std::os
   AddTrace(app, program);
   AddComponentCommands(app, program);
   try {
-    app.parse(argc, argv);
+    std::vector<std::string> words = WordsOf(argc, argv);
+    std::ranges::reverse(words);  // the parser takes them from the end
+    app.parse(std::move(words));
   } catch (const CLI::ParseError& error) {
     return Misused(app, error, program);
   }

@@ -110,7 +110,8 @@ void ChooseForm(const Form& form, const std::optional<std::string>& as) {
   }
   const auto index = static_cast<std::int32_t>(as == "chart" ? vetlo::ChartOrReport::kChart
                                                              : vetlo::ChartOrReport::kReport);
-  Choose(form, Indexed("optChartOrReportType", index), "this report has no chart");
+  Choose(form, Indexed("optChartOrReportType", index),
+         as == "chart" ? "this report has no chart" : "this row's report number has no report");
 }
 
 void ChooseKind(const Form& form, const std::optional<std::string>& kind) {
@@ -150,6 +151,9 @@ void TypeTitle(const Form& form, const std::optional<std::string>& title) {
   }
   RequireTypeable("--title", *title);
   auto& box = The<vetlo::TextBox>(form, "txtTitle");
+  if (!box.InUse()) {
+    throw UserError("the title of this report cannot be changed");
+  }
   // The box would cut the text off, and nobody would see it.
   if (vetlo::CharacterCount(*title) > box.MaxLength()) {
     throw UserError("--title takes at most " + std::to_string(box.MaxLength()) + " characters");
@@ -242,12 +246,13 @@ Parameters ParametersOf(const FavoriteArguments& arguments, const SettingsRowFac
   const Variant second = ParameterArgument(arguments.parameter2);
   const bool given = !vetlo::IsEmpty(first) || !vetlo::IsEmpty(second);
   if (row.group == vetlo::kCallerParametersGroup) {
-    RequireSubject(row.report_number, given);
+    RequireSubject(row.report_number, first, second);
     return {first, second};
   }
   if (given) {
-    throw UserError("this row has its own parameters; --parameter1 and --parameter2 go with " +
-                    std::string("the histories that take theirs from the command line"));
+    throw UserError(
+        "this row takes no parameters from the command line; --parameter1 and --parameter2 go "
+        "with the histories that do");
   }
   return {row.parameter1, row.parameter2};
 }

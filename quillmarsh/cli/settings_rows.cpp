@@ -6,6 +6,7 @@
 #include "quillmarsh/cli/user_error.h"
 #include "quillmarsh/terminal/safe_text.h"
 #include "vetlo/platform/display.h"
+#include "vetlo/platform/failure.h"
 #include "vetlo/services/common_services.h"
 #include "vetlo/services/date_range_caption.h"
 #include "vetlo/store/model.h"
@@ -16,18 +17,30 @@ namespace {
 using vetlo::Recordset;
 using vetlo::Variant;
 
-// A row that somebody damaged is listed as far as it can be read.
+// A row that somebody damaged is listed as far as it can be read, and keeps nobody from the others.
+Variant ValueOrNull(Recordset& rec, std::string_view field) {
+  Variant value = vetlo::Null{};
+  vetlo::ResumeNext([&] { value = rec.Fields(field); });
+  return value;
+}
+
 std::int32_t LongOr(Recordset& rec, std::string_view field, std::int32_t otherwise) {
-  const Variant value = rec.Fields(field);
-  return vetlo::IsNull(value) ? otherwise : vetlo::ToLong(value);
+  vetlo::ResumeNext([&] { otherwise = vetlo::LongField(rec, field); });
+  return otherwise;
+}
+
+std::string TextOrEmpty(Recordset& rec, std::string_view field) {
+  std::string text;
+  vetlo::ResumeNext([&] { text = vetlo::TextFieldOrEmpty(rec, field); });
+  return text;
 }
 
 SettingsRowFacts ReadRow(Recordset& rec) {
   SettingsRowFacts row;
   row.number = vetlo::LongField(rec, "ChartReportSubTypeNumber");
-  row.name = vetlo::TextFieldOrEmpty(rec, "ChartReportSubTypeName");
+  row.name = TextOrEmpty(rec, "ChartReportSubTypeName");
   if (row.name.empty()) {
-    row.name = vetlo::TextFieldOrEmpty(rec, "Title");
+    row.name = TextOrEmpty(rec, "Title");
   }
   row.group = LongOr(rec, "ChartReportType", 0);
   row.report_number = LongOr(rec, "ChartReportSubTypeAttr", 0);
@@ -35,10 +48,10 @@ SettingsRowFacts ReadRow(Recordset& rec) {
   row.chart_type = LongOr(rec, "ChartType", vetlo::kNothingChosen);
   row.range = LongOr(rec, "DateRangeType", 0);
   row.range_number = LongOr(rec, "DateRangeExtInfo", 1);
-  row.from = rec.Fields("FromDate");
-  row.to = rec.Fields("ToDate");
-  row.parameter1 = rec.Fields("Parameter1");
-  row.parameter2 = rec.Fields("Parameter2");
+  row.from = ValueOrNull(rec, "FromDate");
+  row.to = ValueOrNull(rec, "ToDate");
+  row.parameter1 = ValueOrNull(rec, "Parameter1");
+  row.parameter2 = ValueOrNull(rec, "Parameter2");
   return row;
 }
 
@@ -68,6 +81,10 @@ std::string_view SubjectOf(std::int32_t report_number) {
     default:
       return {};
   }
+}
+
+bool IsNumber(const Variant& parameter) {
+  return vetlo::ResumeNext([&] { vetlo::ToLong(parameter); }) == 0;
 }
 
 vetlo::Date DateOr(const Variant& value, vetlo::Date otherwise) {
@@ -106,11 +123,19 @@ SettingsRowFacts FindSettingsRow(vetlo::Database& store, const std::string& row)
   return found.front();
 }
 
-void RequireSubject(std::int32_t report_number, bool given) {
+void RequireSubject(std::int32_t report_number, const Variant& first, const Variant& second) {
   const std::string_view subject = SubjectOf(report_number);
-  if (!subject.empty() && !given) {
-    throw UserError("report number " + std::to_string(report_number) + " is the history of " +
-                    std::string(subject));
+  if (subject.empty()) {
+    return;
+  }
+  const std::string what = "report number " + std::to_string(report_number) +
+                           " is the history of " + std::string(subject);
+  if (vetlo::IsEmpty(first) && vetlo::IsEmpty(second)) {
+    throw UserError(what);
+  }
+  const bool second_counts = subject.find("--parameter2") != std::string_view::npos;
+  if (!IsNumber(first) && !(second_counts && IsNumber(second))) {
+    throw UserError(what + "; what was given is no such number");
   }
 }
 
@@ -144,9 +169,11 @@ std::string RangeText(const SettingsRowFacts& row) {
   }
   if (facts->end_editable) {
     const vetlo::Date earliest = vetlo::Services().EarliestDate();
-    const vetlo::Date from = facts->start_editable ? DateOr(row.from, earliest) : earliest;
-    const std::string caption =
-        vetlo::DateRangeCaption(from, DateOr(row.to, vetlo::Services().LatestDate()));
+    std::string caption(facts->name);  // also where the dates are none of the calendar
+    vetlo::ResumeNext([&] {
+      const vetlo::Date from = facts->start_editable ? DateOr(row.from, earliest) : earliest;
+      caption = vetlo::DateRangeCaption(from, DateOr(row.to, vetlo::Services().LatestDate()));
+    });
     return caption.empty() ? "All Dates" : caption;
   }
   return std::string(facts->name);

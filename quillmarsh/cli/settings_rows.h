@@ -32,8 +32,9 @@ std::vector<SettingsRowFacts> ReadSettingsRows(vetlo::Database& store);
 SettingsRowFacts FindSettingsRow(vetlo::Database& store, const std::string& row);
 
 // A history needs the number of what it is the history of: fails with a UserError that names the
-// option where it is not given.
-void RequireSubject(std::int32_t report_number, bool given);
+// option where none is given.
+void RequireSubject(std::int32_t report_number, const vetlo::Variant& first,
+                    const vetlo::Variant& second);
 
 // "report", "bar chart", ...
 std::string FormText(const SettingsRowFacts& row);

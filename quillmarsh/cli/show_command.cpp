@@ -30,8 +30,6 @@ using vetlo::Variant;
 struct Parameters {
   Variant first;
   Variant second;
-
-  [[nodiscard]] bool Given() const { return !vetlo::IsEmpty(first) || !vetlo::IsEmpty(second); }
 };
 
 Parameters GivenParameters(const std::optional<std::string>& first,
@@ -147,7 +145,7 @@ void ShowCommand(const ShowArguments& arguments, std::ostream& out) {
   const auto store = OpenStoreFile(arguments.store, vetlo::StoreAccess::kReadOnly);
   const SettingsRowFacts row = FindSettingsRow(*store, arguments.row);
   if (row.group == vetlo::kCallerParametersGroup) {
-    RequireSubject(row.report_number, parameters.Given());
+    RequireSubject(row.report_number, parameters.first, parameters.second);
   }
   const auto rows = store->OpenRecordset("ChartReportSubType");
   Draw(*store, *rows, row.number, parameters, arguments.today, out);
@@ -156,7 +154,7 @@ void ShowCommand(const ShowArguments& arguments, std::ostream& out) {
 void ReportCommand(const ReportArguments& arguments, std::ostream& out) {
   const ReportDefaults& defaults = DefaultsOf(arguments.number);
   const Parameters parameters = GivenParameters(arguments.parameter1, arguments.parameter2);
-  RequireSubject(defaults.number, parameters.Given());
+  RequireSubject(defaults.number, parameters.first, parameters.second);
   MomentaryRow row(FieldsOf(arguments, defaults));
   const auto store = OpenStoreFile(arguments.store, vetlo::StoreAccess::kReadOnly);
   Draw(*store, row, MomentaryRow::kNumber, parameters, arguments.today, out);

@@ -203,7 +203,8 @@ INSTANTIATE_TEST_SUITE_P(Of, TwentiethOfASide,
                          ::testing::Values(ShareCase{"Exactly5Of100", 5, 95, false},
                                            ShareCase{"JustAbove5Of100", 5.0001, 95, true},
                                            ShareCase{"JustBelow5Of100", 4.9999, 95, false},
-                                           ShareCase{"Exactly1Of20", 1, 19, false}),
+                                           ShareCase{"Exactly1Of20", 1, 19, false},
+                                           ShareCase{"Exactly7CentsOf140", 0.07, 1.33, false}),
                          [](const auto& test) { return test.param.name; });
 
 // ---- by group

@@ -76,12 +76,12 @@ TEST(CategoryShare, JustAboveATwentiethStandsInAChart) {
               ElementsAre(ShownRow{94.9999, "Food"}, ShownRow{5.0001, "toys"}));
 }
 
-// The quotient is one of doubles: 0.07 of 1.40 comes out a little above 0.05.
-TEST(CategoryShare, IsTheQuotientOfDoubles) {
+// As doubles of money, 0.07 of 1.40 would come out a little above 0.05.
+TEST(CategoryShare, OfJustATwentiethIsFoldedWhateverTheAmounts) {
   SmallStore builder = Household();
   builder.Transaction(Booked(kExpense, 1.33, kFood)).Transaction(Booked(kExpense, 0.07, kToys));
   EXPECT_THAT(OutcomeOf(ExpensesByCategory, builder, kChart).rows,
-              ElementsAre(ShownRow{1.33, "Food"}, ShownRow{0.07, "toys"}));
+              ElementsAre(ShownRow{1.33, "Food"}, ShownRow{0.07, "All Other Expenses"}));
 }
 
 TEST(CategoryShare, FoldsEveryRowWhereAllAreSmall) {

@@ -447,6 +447,10 @@ TEST_F(DialogCommands, FavoriteStopsAtAHundred) {
 
 TEST_F(DialogCommands, FavoriteOfAHistoryKeepsTheSubjectThatIsGiven) {
   EXPECT_THAT(Refusal("favorite", {"Course", "Wallet"}), HasSubstr("--parameter1"));
+  for (const char* const none : {"abc", "", "99999999999"}) {
+    EXPECT_THAT(Refusal("favorite", {"Course", "Wallet", "--parameter1", none}),
+                HasSubstr("what was given is no such number"));
+  }
   ExpectDone("favorite", {"Course", "Wallet", "--parameter1", "1", "--parameter2", "x"});
   EXPECT_EQ(RowOf(kNewRow).at("Parameter1"), Variant(1));
   EXPECT_EQ(RowOf(kNewRow).at("Parameter2"), Variant("x"));
@@ -455,7 +459,36 @@ TEST_F(DialogCommands, FavoriteOfAHistoryKeepsTheSubjectThatIsGiven) {
 
 TEST_F(DialogCommands, FavoriteOfAnotherRowTakesNoSubject) {
   EXPECT_THAT(Refusal("favorite", {"1", "Name", "--parameter1", "1"}),
-              HasSubstr("this row has its own parameters"));
+              HasSubstr("this row takes no parameters"));
+}
+
+TEST_F(DialogCommands, AnOptionWithAnEmptyValueTakesNoOtherWordForIt) {
+  EXPECT_THAT(Refusal("customize", {"1", "--title=", "--range=0"}),
+              HasSubstr("title can not be empty"));
+  EXPECT_THAT(Refusal("customize", {"1", "--title="}), HasSubstr("title can not be empty"));
+  const ProgramRun open_ends = QuillOn("customize", {"1", "--range=15", "--from=", "--to="});
+  EXPECT_EQ(open_ends.status, 0) << open_ends.err;
+  EXPECT_THAT(open_ends.out, HasSubstr("All Dates"));
+}
+
+TEST_F(DialogCommands, OneDamagedRowKeepsNobodyFromTheOthers) {
+  RunSql(store_,
+         "UPDATE ChartReportSubType SET FromDate='abc', ToDate=1e9, DateRangeType=15 "
+         "WHERE ChartReportSubTypeNumber=7");
+  EXPECT_EQ(QuillOn("customize", {"1", "--title", "Fine"}).status, 0);
+  EXPECT_EQ(RunProgram(PROGRAM, {"list", store_}).status, 0);
+  const ProgramRun damaged = RunProgram(PROGRAM, {"customize", store_, "7", "--title", "Mended"});
+  EXPECT_EQ(damaged.status, 1);
+  EXPECT_EQ(damaged.err, "quillmarsh: the store holds something that is no date (failure 13)\n");
+}
+
+TEST_F(DialogCommands, ARowOfAnUnknownNumberHasNothingToChangeOrToResetTo) {
+  RunSql(store_,
+         "UPDATE ChartReportSubType SET ChartReportSubTypeAttr=60 "
+         "WHERE ChartReportSubTypeNumber=1");
+  EXPECT_THAT(Refusal("customize", {"1", "--title", "x"}), HasSubstr("cannot be changed"));
+  EXPECT_THAT(Refusal("customize", {"1", "--as", "report"}), HasSubstr("no report"));
+  EXPECT_THAT(Refusal("reset", {"1"}), HasSubstr("Can not modify the Report/Chart settings."));
 }
 
 // ---- unfavorite

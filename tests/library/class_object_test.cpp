@@ -26,27 +26,30 @@ class Library : public ::testing::Test {
 
 TEST_F(Library, GivesTheObjectOfItsClass) {
   for (const GUID& iid : kFactoryInterfaces) {
-    EXPECT_EQ(library_.get_class_object(CLSID_clsTamo, iid, &place_), S_OK);
+    EXPECT_EQ(library_.get_class_object(&CLSID_clsTamo, &iid, &place_), S_OK);
     ASSERT_NE(place_, nullptr);
     EXPECT_EQ(static_cast<IUnknown*>(place_)->Release(), 0U);
   }
 }
 
 TEST_F(Library, RefusesAClassThatItDoesNotHave) {
-  EXPECT_EQ(library_.get_class_object(kUnknown, IID_IClassFactory, &place_),
+  EXPECT_EQ(library_.get_class_object(&kUnknown, &IID_IClassFactory, &place_),
             CLASS_E_CLASSNOTAVAILABLE);
   EXPECT_EQ(place_, nullptr);
 }
 
 TEST_F(Library, RefusesAnInterfaceThatItsClassObjectDoesNotHave) {
-  EXPECT_EQ(library_.get_class_object(CLSID_clsTamo, IID__clsTamo, &place_), E_NOINTERFACE);
+  EXPECT_EQ(library_.get_class_object(&CLSID_clsTamo, &IID__clsTamo, &place_), E_NOINTERFACE);
   EXPECT_EQ(place_, nullptr);
   EXPECT_EQ(library_.can_unload_now(), S_OK) << "what was made for it is gone";
 }
 
 TEST_F(Library, NeedsAPlaceForTheClassObject) {
-  EXPECT_EQ(library_.get_class_object(CLSID_clsTamo, IID_IClassFactory, nullptr), E_POINTER);
-  EXPECT_EQ(library_.get_class_object(kUnknown, IID_IClassFactory, nullptr), E_POINTER);
+  EXPECT_EQ(library_.get_class_object(&CLSID_clsTamo, &IID_IClassFactory, nullptr), E_POINTER);
+  EXPECT_EQ(library_.get_class_object(&kUnknown, &IID_IClassFactory, nullptr), E_POINTER);
+  EXPECT_EQ(library_.get_class_object(nullptr, &IID_IClassFactory, &place_), E_POINTER);
+  EXPECT_EQ(library_.get_class_object(&CLSID_clsTamo, nullptr, &place_), E_POINTER);
+  EXPECT_EQ(place_, nullptr);
 }
 
 TEST_F(Library, TellsItsNamesAndItsVersion) {

@@ -48,7 +48,7 @@ class OpenedLibrary {
   template <typename Interface>
   [[nodiscard]] Held<Interface> ClassObject(const GUID& iid) const {
     void* object = nullptr;
-    const HRESULT result = get_class_object(CLSID_clsTamo, iid, &object);
+    const HRESULT result = get_class_object(&CLSID_clsTamo, &iid, &object);
     return Checked<Interface>(result, object);
   }
   [[nodiscard]] Held<IClassFactory> Factory() const {

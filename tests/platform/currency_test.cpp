@@ -163,6 +163,13 @@ TEST(ExceedsShare, HoldsAboveTheShareAlone) {
   EXPECT_FALSE(ExceedsShare(Units(24), Units(100), 0.25));
 }
 
+TEST(ExceedsShare, DoesNotHoldForATwentiethWhateverTheAmounts) {
+  for (std::int64_t part = 1; part <= 20'000; ++part) {
+    ASSERT_FALSE(ExceedsShare(Units(part), Units(20 * part), 0.05)) << part;
+    ASSERT_TRUE(ExceedsShare(Units(part + 1), Units(20 * part), 0.05)) << part;
+  }
+}
+
 TEST(ExceedsShare, MindsTheSignsOfPartAndWhole) {
   EXPECT_TRUE(ExceedsShare(Units(-26), Units(-100), 0.25));
   EXPECT_FALSE(ExceedsShare(Units(-26), Units(100), 0.25));

@@ -78,6 +78,34 @@ class Registry : public ::testing::Test {
   std::string file_ = data_ / "vetlo/components.ini";
 };
 
+// ---- the file that is there
+
+TEST_F(Registry, KeepsTheModeOfItsFile) {
+  WriteText(kForeignText);
+  fs::permissions(file_, fs::perms(0644));
+  WriteComponent(file_, kRecord);
+  EXPECT_EQ(ModeOf(file_), 0644U);
+}
+
+TEST_F(Registry, StaysBehindTheLinkThatItIsKeptBehind) {
+  WriteText(kForeignText);
+  fs::rename(file_, data_ / "kept.ini");
+  fs::create_symlink(data_ / "kept.ini", file_);
+  WriteComponent(file_, kRecord);
+  EXPECT_TRUE(fs::is_symlink(file_));
+  EXPECT_THAT(ReadFile(data_ / "kept.ini"), HasSubstr(kRecordText));
+  RemoveComponent(file_, kRecord.class_id);
+  EXPECT_TRUE(fs::is_symlink(file_));
+  EXPECT_EQ(ReadFile(data_ / "kept.ini"), kForeignText);
+}
+
+TEST_F(Registry, TakesAwayWhatAKilledProgramLeftBehind) {
+  WriteText(kForeignText);
+  WriteFile(file_ + ".new", "half");
+  WriteComponent(file_, kRecord);
+  EXPECT_THAT(NamesIn("vetlo"), ElementsAre("components.ini"));
+}
+
 // ---- where it lies
 
 TEST(RegistryFile, LiesInTheFolderForTheUsersData) {

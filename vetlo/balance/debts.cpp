@@ -61,14 +61,13 @@ Currency SumOfSigned(Database& dbDov, Recordset& recAccount, const std::string& 
   return curTotal;
 }
 
-Currency OpeningBalances(Database& dbDov, const DebtSide& side) {
-  Currency curTotal;
+void AddOpeningBalances(Database& dbDov, const DebtSide& side, Currency& curTotal) {
   ForEachRowOf(dbDov, "SELECT * FROM Account WHERE AccountType=" + Str(side.lngAccountType),
                [&](Recordset& rec) {
                  const Currency curOpening = CurrencyField(rec, "OpeningBalance");
-                 curTotal += side.opening_balance_adds ? curOpening : -curOpening;
+                 curTotal =
+                     side.opening_balance_adds ? curTotal + curOpening : curTotal - curOpening;
                });
-  return curTotal;
 }
 
 // What one payee owes or is owed, or what stands with no payee, or all of it.
@@ -77,7 +76,7 @@ Currency DebtOf(Database& dbDov, const DebtSide& side, Date dtmToDate, const Pay
   recAccount->SetIndex(kPrimaryIndex);
   Currency curTotal = SumOfSigned(dbDov, *recAccount, DebtText(side, dtmToDate, payee), side.rule);
   if (payee.whose != Whose::kPayee) {
-    curTotal += OpeningBalances(dbDov, side);
+    AddOpeningBalances(dbDov, side, curTotal);
   }
   recAccount.Close();
   return curTotal;

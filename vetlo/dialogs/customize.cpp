@@ -351,28 +351,35 @@ void frmCustomize::Reset() {
   SeekSettingsRow(*recChartReportSubType, lngChartReportSubTypeNumber);
   const ReportDefaults* const report =
       Services().ChartReportSetting(LongField(*recChartReportSubType, "ChartReportSubTypeAttr"));
-  SettingsChange change;
-  if (report != nullptr) {
-    change.lngChartOrReportType = static_cast<std::int32_t>(report->output);
-    change.lngChartType = report->chart_type;
-    change.varLegend = report->legend;
-    change.varTitle = std::string(report->title);
-    change.lngDateRangeType = static_cast<std::int32_t>(report->range);
+  if (report == nullptr) {
+    // A number that is in no catalogue has no defaults to go back to.
+    TellNotSaved();
+    Hide();
+    return;
   }
+  SettingsChange change;
+  change.lngChartOrReportType = static_cast<std::int32_t>(report->output);
+  change.lngChartType = report->chart_type;
+  change.varLegend = report->legend;
+  change.varTitle = std::string(report->title);
+  change.lngDateRangeType = static_cast<std::int32_t>(report->range);
   change.varDateRangeExtInfo = 1;
   change.varFromDate = Null{};
   change.varToDate = Null{};
   Save(change);
 }
 
+void frmCustomize::TellNotSaved() {
+  platform_.GetScreen().MsgBox(kSaveMessage, MsgBoxButtons::kOkOnly, MsgBoxSymbol::kCritical);
+}
+
 void frmCustomize::Save(const SettingsChange& change) {
-  Screen& screen = platform_.GetScreen();
-  const std::int32_t failure = SaveUnderHourglass(screen, [&] {
+  const std::int32_t failure = SaveUnderHourglass(platform_.GetScreen(), [&] {
     Services().SaveChartReportSubType(SaveMode::kChangeRow, *dbDov, *recChartReportSubType,
                                       lngChartReportSubTypeNumber, change);
   });
   if (failure != 0) {
-    screen.MsgBox(kSaveMessage, MsgBoxButtons::kOkOnly, MsgBoxSymbol::kCritical);
+    TellNotSaved();
   }
   saved_ = failure == 0;
   Hide();

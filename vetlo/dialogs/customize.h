@@ -106,6 +106,7 @@ class frmCustomize : public Form {
   void Accept();
   void Reset();
   void Save(const SettingsChange& change);
+  void TellNotSaved();
   [[nodiscard]] Variant DateToStore(const RangeEnd& end) const;
 
   Platform& platform_;

@@ -94,8 +94,9 @@ Held<Interface> HandedOut(const LoadedLibrary& library, const Operation& operati
 
 template <typename Interface>
 Held<Interface> FactoryAs(const LoadedLibrary& library, const GUID& iid) {
-  return HandedOut<Interface>(
-      library, [&](void** object) { return library.get_class_object(CLSID_clsTamo, iid, object); });
+  return HandedOut<Interface>(library, [&](void** object) {
+    return library.get_class_object(&CLSID_clsTamo, &iid, object);
+  });
 }
 
 }  // namespace

@@ -60,15 +60,18 @@ VETLO_EXPORT HRESULT DllUnregisterServer() {
       [] { vetlo::RemoveComponent(vetlo::RegistryFile(), vetlo::GuidText(vetlo::CLSID_clsTamo)); });
 }
 
-VETLO_EXPORT HRESULT DllGetClassObject(const GUID& clsid, const GUID& iid, void** object) {
+VETLO_EXPORT HRESULT DllGetClassObject(const GUID* clsid, const GUID* iid, void** object) {
   if (object == nullptr) {
     return vetlo::E_POINTER;
   }
   *object = nullptr;
-  if (!(clsid == vetlo::CLSID_clsTamo)) {
+  if (clsid == nullptr || iid == nullptr) {
+    return vetlo::E_POINTER;
+  }
+  if (!(*clsid == vetlo::CLSID_clsTamo)) {
     return vetlo::CLASS_E_CLASSNOTAVAILABLE;
   }
-  return vetlo::HandOut(new (std::nothrow) vetlo::TamoFactory, iid, object);
+  return vetlo::HandOut(new (std::nothrow) vetlo::TamoFactory, *iid, object);
 }
 
 VETLO_EXPORT HRESULT DllCanUnloadNow() {

@@ -82,7 +82,9 @@ bool ExceedsShare(Currency part, Currency whole, double share) {
   if (whole == Currency{}) {
     return part != Currency{};
   }
-  return ToDouble(part) / ToDouble(whole) > share;
+  // Of the counts of ten-thousandths, which doubles hold: a part that is just the share gives just
+  // the share, where amounts such as 0.07 of 1.40 would not.
+  return static_cast<double>(part.units()) / static_cast<double>(whole.units()) > share;
 }
 
 }  // namespace vetlo

@@ -194,11 +194,12 @@ void WriteAll(int file, std::string_view text, const std::string& name) {
   }
 }
 
-// The new text under a name of its own; removed again unless it takes the registry's.
+// The new text under a name of its own; removed again unless it takes the registry's. One that a
+// program left behind when it was killed is written over: the folder is locked.
 class FileBeside {
  public:
   explicit FileBeside(const std::string& file)
-      : file_(file), name_(file + ".XXXXXX"), out_(mkostemp(name_.data(), O_CLOEXEC)) {
+      : file_(file), name_(file + ".new"), out_(OpenNew(name_, ModeOf(file))) {
     if (out_.number() < 0) {
       RaiseErrno("cannot write beside " + file);
     }
@@ -225,6 +226,21 @@ class FileBeside {
   }
 
  private:
+  static constexpr mode_t kOwnerAlone = 0600;
+
+  static mode_t ModeOf(const std::string& file) {
+    struct stat facts = {};
+    return stat(file.c_str(), &facts) == 0 ? facts.st_mode & 0777 : kOwnerAlone;
+  }
+  static int OpenNew(const std::string& name, mode_t mode) {
+    unlink(name.c_str());
+    const int file = open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kOwnerAlone);
+    if (file >= 0) {
+      fchmod(file, mode);
+    }
+    return file;
+  }
+
   const std::string& file_;
   std::string name_;
   Descriptor out_;
@@ -304,6 +320,12 @@ void Replace(const std::string& file, const std::string& text, const FolderLock&
   lock.Settle();
 }
 
+// The file itself where somebody keeps it elsewhere behind a link.
+std::string WithoutLinks(const std::string& file) {
+  std::error_code error;
+  return fs::is_symlink(file, error) ? fs::weakly_canonical(file).string() : file;
+}
+
 void RequirePlace(const std::string& file) {
   if (file.empty()) {
     throw std::system_error(ENOENT, std::generic_category(),
@@ -359,8 +381,9 @@ std::optional<ComponentRecord> FindComponent(const std::string& file, std::strin
   return std::nullopt;
 }
 
-void WriteComponent(const std::string& file, const ComponentRecord& record) {
-  RequirePlace(file);
+void WriteComponent(const std::string& registry, const ComponentRecord& record) {
+  RequirePlace(registry);
+  const std::string file = WithoutLinks(registry);
   const std::string folder = fs::path(file).parent_path();
   MadeFolders folders(folder);
   const FolderLock lock(folder);
@@ -374,8 +397,9 @@ void WriteComponent(const std::string& file, const ComponentRecord& record) {
   folders.Keep();
 }
 
-void RemoveComponent(const std::string& file, std::string_view class_id) {
-  RequirePlace(file);
+void RemoveComponent(const std::string& registry, std::string_view class_id) {
+  RequirePlace(registry);
+  const std::string file = WithoutLinks(registry);
   if (access(file.c_str(), F_OK) != 0) {
     if (errno == ENOENT || errno == ENOTDIR) {
       return;

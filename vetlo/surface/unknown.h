@@ -69,7 +69,7 @@ inline constexpr GUID IID_IClassFactory = {1, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x4
 // The entry points of a component's library, by the names under which it exports them.
 using DllRegisterServerFunction = HRESULT();
 using DllUnregisterServerFunction = HRESULT();
-using DllGetClassObjectFunction = HRESULT(const GUID& clsid, const GUID& iid, void** object);
+using DllGetClassObjectFunction = HRESULT(const GUID* clsid, const GUID* iid, void** object);
 using DllCanUnloadNowFunction = HRESULT();
 
 }  // namespace vetlo

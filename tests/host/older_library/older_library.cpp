@@ -27,8 +27,8 @@ extern "C" {
 vetlo::HRESULT DllRegisterServer() { return vetlo::S_OK; }
 vetlo::HRESULT DllUnregisterServer() { return vetlo::S_OK; }
 vetlo::HRESULT DllCanUnloadNow() { return vetlo::S_OK; }
-vetlo::HRESULT DllGetClassObject(const vetlo::GUID&, const vetlo::GUID& iid, void** object) {
+vetlo::HRESULT DllGetClassObject(const vetlo::GUID*, const vetlo::GUID* iid, void** object) {
   static vetlo::OlderFactory factory;
-  return factory.QueryInterface(iid, object);
+  return factory.QueryInterface(*iid, object);
 }
 }

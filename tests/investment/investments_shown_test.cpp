@@ -153,6 +153,17 @@ TEST(YieldByAccountReport, IsSectionsOverTheTotal) {
                                "Total\t    151.50\t 15.15%"}));
 }
 
+// The rows and what came of them are measured; a total that failed is nothing.
+TEST(YieldByTypeReport, LaysOutATotalOfNothingWhereItFails) {
+  SmallStore builder;
+  builder.Account(1, "Broker", kInvestmentAccount);
+  builder.Execute("UPDATE Account SET Balance = 1234567890000").Row({.report_number = 16});
+  const auto store = builder.Open();
+  Drawing drawing;
+  drawing.Show(*store, 1);
+  EXPECT_THAT(drawing.Puts("report", "RightMargin"), ElementsAre("4227.0", "12310.0"));
+}
+
 TEST(YieldByTypeReport, IsSectionsOverTheTotal) {
   EXPECT_EQ(ReportOf(Household(), 16),
             Heading() + Lines(std::string(41, '_'), {"Investment\t Gain/Loss\t  Yield",

@@ -33,12 +33,16 @@ constexpr auto kNoRow = FailureNumber::kSubscriptOutOfRange;
 using Row = YieldRow;
 const Row kBlank{};
 
-using Routine = void (*)(Database&, Yields&, ChartOrReport, const NumberLocale&);
+using Routine = Currency (*)(Database&, Yields&, ChartOrReport, const NumberLocale&);
 
-Yields YieldsOf(Routine routine, SmallStore& builder, ChartOrReport target = kReport) {
+struct YieldsAndTotal : Yields {
+  Currency curTotalGainLoss;
+};
+
+YieldsAndTotal YieldsOf(Routine routine, SmallStore& builder, ChartOrReport target = kReport) {
   const auto store = builder.Open();
-  Yields yields;
-  routine(*store, yields, target, NumberLocale{});
+  YieldsAndTotal yields;
+  yields.curTotalGainLoss = routine(*store, yields, target, NumberLocale{});
   return yields;
 }
 
@@ -165,7 +169,7 @@ TEST(SumOfAllInvestments, FailsForAnyOtherAttribute) {
 
 TEST(YieldByAccount, ShowsGainAndYieldOfItemAccountAndAll) {
   SmallStore store = Holding();
-  const Yields yields = YieldsOf(YieldByAccount, store);
+  const YieldsAndTotal yields = YieldsOf(YieldByAccount, store);
   EXPECT_THAT(yields.report.elements(),
               ElementsAre(Row{"Broker", "", ""}, Row{"Alder", "150.00", "15.00%"}, kBlank,
                           Row{"Total Broker", "150.00", "15.00%"}, kBlank));
@@ -222,7 +226,7 @@ TEST(YieldByAccount, RoundsTheTotalsYieldButNoRows) {
   SmallStore store = Market();
   AddItem(store, 1, "Alder");
   store.Transaction(Traded(kBuy, 1, 1000000)).Transaction(Traded(kSell, 1, 1000049.99));
-  const Yields yields = YieldsOf(YieldByAccount, store);
+  const YieldsAndTotal yields = YieldsOf(YieldByAccount, store);
   EXPECT_THAT(yields.report.elements(), Contains(Row{"Total Broker", "49.99", "0.00%"}));
   EXPECT_EQ(yields.curTotalYield, Money(0.005));
 }
@@ -287,7 +291,7 @@ TEST(YieldByAccount, ChartsYieldsOtherThanZero) {
 
 TEST(YieldByType, ShowsGainAndYieldOfItemTypeAndAll) {
   SmallStore store = Holding();
-  const Yields yields = YieldsOf(YieldByType, store);
+  const YieldsAndTotal yields = YieldsOf(YieldByType, store);
   EXPECT_THAT(yields.report.elements(),
               ElementsAre(Row{"Stock Investment", "", ""}, Row{"Alder", "150.00", "15.00%"}, kBlank,
                           Row{"Total Stock Investment", "150.00", "15.00%"}, kBlank));

@@ -51,20 +51,21 @@ Currency ChartedPositions(const ReportCall& call, AmountRows& rows, PositionsRou
 
 // ---- yields
 
-using YieldRoutine = void (*)(Database&, Yields&, ChartOrReport, const NumberLocale&);
+using YieldRoutine = Currency (*)(Database&, Yields&, ChartOrReport, const NumberLocale&);
 
 void ReportYields(ReportCall& call, YieldRoutine routine) {
   const NumberLocale& locale = call.platform.Locale();
   Yields yields;
-  const std::int32_t lngComputeError =
-      call.Guard([&] { routine(call.dbDov, yields, ChartOrReport::kReport, locale); });
+  Currency curTotalGainLoss;
+  const std::int32_t lngComputeError = call.Guard(
+      [&] { curTotalGainLoss = routine(call.dbDov, yields, ChartOrReport::kReport, locale); });
   std::vector<TextRow> rows;
   for (const YieldRow& row : yields.report.elements()) {
     rows.push_back({row.strName, row.strGain, row.strYield});
   }
   WriteTextReport(call,
                   {.headers = {"Investment", "Gain/Loss", "Yield"},
-                   .total = {"Total", Format(yields.curTotalGainLoss, kAmountPicture, locale),
+                   .total = {"Total", Format(curTotalGainLoss, kAmountPicture, locale),
                              Format(yields.curTotalYield, kAmountPicture, locale) + "%"}},
                   rows, lngComputeError == 0, WriteRow);
 }

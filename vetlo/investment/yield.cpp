@@ -72,8 +72,11 @@ class Section {
   Section(Yields& yields, bool for_report, const NumberLocale& locale)
       : yields_(yields), for_report_(for_report), locale_(locale) {}
 
-  void AddItem(const std::string& head, const std::string& name, const Amounts& amounts) {
+  // The head stands also where the item's value then fails.
+  void AddItem(const std::string& head, const std::string& name, const Holding& holding,
+               double dblPrice, Amounts& amounts) {
     AddHeadOnce(head);
+    amounts.curValue = CCur(holding.dblQuantity * dblPrice);
     yields_.report.Add(RowOf(name, amounts, locale_));
   }
 
@@ -116,10 +119,12 @@ Amounts AmountsOfAll(Database& dbDov) {
   return all;
 }
 
-void StartWith(Yields& yields, const Amounts& all) {
-  yields.curTotalGainLoss = all.GainLoss();
+// The gain or loss of all.
+Currency StartWith(Yields& yields, const Amounts& all) {
+  const Currency curTotalGainLoss = all.GainLoss();
   yields.curTotalYield = all.RoundedPercent();
   yields.Start();
+  return curTotalGainLoss;
 }
 
 // A sum that fails leaves in its place what was there before.
@@ -144,8 +149,7 @@ void ListItemsOfAccount(Database& dbDov, std::int32_t account, const std::string
     if (IsUntouched(holding, amounts) || !for_report) {
       return;
     }
-    amounts.curValue = CCur(holding.dblQuantity * dblPrice);
-    section.AddItem(account_name, TextField(rec, "AccountItemName"), amounts);
+    section.AddItem(account_name, TextField(rec, "AccountItemName"), holding, dblPrice, amounts);
   });
 }
 
@@ -160,8 +164,7 @@ void ListItemsOfType(Database& dbDov, std::int32_t type, const std::string& head
     if (IsUntouched(holding, amounts)) {
       return;
     }
-    amounts.curValue = CCur(holding.dblQuantity * dblPrice);
-    section.AddItem(head, TextField(rec, "AccountItemName"), amounts);
+    section.AddItem(head, TextField(rec, "AccountItemName"), holding, dblPrice, amounts);
   });
 }
 
@@ -200,14 +203,14 @@ Currency SumOfAllInvestments(Database& dbDov, YieldFamily family, std::int32_t l
                                 Str(kInvestmentAccount) + ")" + TypeClauses(family, "T1."));
 }
 
-void YieldByAccount(Database& dbDov, Yields& yields, ChartOrReport lngChartOrReportType,
-                    const NumberLocale& locale) {
+Currency YieldByAccount(Database& dbDov, Yields& yields, ChartOrReport lngChartOrReportType,
+                        const NumberLocale& locale) {
   const bool for_report = lngChartOrReportType == ChartOrReport::kReport;
   ScopedRecordset recAccount(dbDov, "Account");
   LatestPrices prices(dbDov);
   recAccount->SetIndex(kPrimaryIndex);
   Amounts amounts = AmountsOfAll(dbDov);
-  StartWith(yields, amounts);
+  const Currency curTotalGainLoss = StartWith(yields, amounts);
   ForEachRowOf(dbDov, InvestmentAccountsText(), [&](Recordset& rec) {
     const std::int32_t account = LongField(rec, "AccountNumber");
     const std::string name = TextField(rec, "AccountName");
@@ -220,13 +223,14 @@ void YieldByAccount(Database& dbDov, Yields& yields, ChartOrReport lngChartOrRep
     section.Finish(name, name + " Yield", amounts);
   });
   yields.Close(lngChartOrReportType);
+  return curTotalGainLoss;
 }
 
-void YieldByType(Database& dbDov, Yields& yields, ChartOrReport lngChartOrReportType,
-                 const NumberLocale& locale) {
+Currency YieldByType(Database& dbDov, Yields& yields, ChartOrReport lngChartOrReportType,
+                     const NumberLocale& locale) {
   const bool for_report = lngChartOrReportType == ChartOrReport::kReport;
   LatestPrices prices(dbDov);
-  StartWith(yields, AmountsOfAll(dbDov));
+  const Currency curTotalGainLoss = StartWith(yields, AmountsOfAll(dbDov));
   Amounts item_amounts;
   ForEachRowOf(dbDov, InvestmentTypesText(), [&](Recordset& rec) {
     const std::int32_t type = LongField(rec, "AccountItemTypeNumber");
@@ -242,6 +246,7 @@ void YieldByType(Database& dbDov, Yields& yields, ChartOrReport lngChartOrReport
     section.Finish(head, head + " Yield", amounts);
   });
   yields.Close(lngChartOrReportType);
+  return curTotalGainLoss;
 }
 
 }  // namespace vetlo

@@ -26,16 +26,15 @@ struct YieldRow {
 
 // The amounts of a chart are per cent.
 struct Yields : TargetRows<YieldRow> {
-  Currency curTotalGainLoss;
   Currency curTotalYield;  // per cent, 0 where nothing went in
 };
 
-// Per account, or per type of item, each down to the item. Both fail with kSubscriptOutOfRange
-// where there is no row.
-void YieldByAccount(Database& dbDov, Yields& yields, ChartOrReport lngChartOrReportType,
-                    const NumberLocale& locale);
-void YieldByType(Database& dbDov, Yields& yields, ChartOrReport lngChartOrReportType,
-                 const NumberLocale& locale);
+// Per account, or per type of item, each down to the item; the result is the gain or loss of all.
+// Both fail with kSubscriptOutOfRange where there is no row.
+Currency YieldByAccount(Database& dbDov, Yields& yields, ChartOrReport lngChartOrReportType,
+                        const NumberLocale& locale);
+Currency YieldByType(Database& dbDov, Yields& yields, ChartOrReport lngChartOrReportType,
+                     const NumberLocale& locale);
 
 // What went in (bought, or cost) and what came back (sold, or brought): the two families of sums,
 // each over the five scopes.

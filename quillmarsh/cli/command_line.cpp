@@ -239,7 +239,9 @@ void AddComponentCommands(CLI::App& app, Program& program) {
 }
 
 // An error is one line, whatever the words were that it repeats.
-std::string OneLine(const std::string& text) { return SafeText(text); }
+void Tell(Program& program, const std::string& error) {
+  program.err << "quillmarsh: " << SafeText(error) << "\n";
+}
 
 // What a user is told of a failure that nobody explained on its way.
 std::string TextOfFailure(const vetlo::Failure& failure) {
@@ -286,8 +288,7 @@ int Misused(const CLI::App& app, const CLI::ParseError& error, Program& program)
     program.out << out.str();
     return kExitDone;
   }
-  program.err << "quillmarsh: " << OneLine(error.what())
-              << " ('quillmarsh --help' shows what there is)\n";
+  Tell(program, std::string(error.what()) + " ('quillmarsh --help' shows what there is)");
   return kExitMisused;
 }
 
@@ -297,16 +298,15 @@ int Run(Program& program) {
     if (program.out.flush()) {
       return kExitDone;
     }
-    program.err << "quillmarsh: the output cannot be written; see whether its disk is full\n";
+    Tell(program, "the output cannot be written; see whether its disk is full");
   } catch (const UserError& error) {
-    program.err << "quillmarsh: " << OneLine(error.what()) << "\n";
+    Tell(program, error.what());
   } catch (const vetlo::ComponentError& error) {
-    program.err << "quillmarsh: " << SafeText(error.what()) << "\n";
+    Tell(program, error.what());
   } catch (const vetlo::Failure& failure) {
-    program.err << "quillmarsh: " << OneLine(TextOfFailure(failure)) << " (failure "
-                << failure.number() << ")\n";
+    Tell(program, TextOfFailure(failure) + " (failure " + std::to_string(failure.number()) + ")");
   } catch (const std::bad_alloc&) {
-    program.err << "quillmarsh: there is not enough memory\n";
+    Tell(program, "there is not enough memory");
   }
   return kExitFailed;
 }
@@ -324,7 +324,7 @@ int RunCommandLine(int argc, const char* const* argv, std::ostream& out, std::os
       "      quillmarsh list home.qm\n"
       "      quillmarsh show home.qm \"Net Worth\"\n"
       "'quillmarsh COMMAND --help' tells more of a command.\n");
-  app.set_version_flag("--version", "quillmarsh 3.20");
+  app.set_version_flag("--version", "quillmarsh " QUILLMARSH_VERSION);
   app.require_subcommand(0, 1);
   AddSample(app, program);
   AddList(app, program);
@@ -345,7 +345,7 @@ int RunCommandLine(int argc, const char* const* argv, std::ostream& out, std::os
     return Misused(app, error, program);
   }
   if (!program.run) {
-    program.err << "quillmarsh: name a command; 'quillmarsh --help' shows what there is\n";
+    Tell(program, "name a command; 'quillmarsh --help' shows what there is");
     return kExitMisused;
   }
   return Run(program);

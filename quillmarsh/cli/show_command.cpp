@@ -96,7 +96,7 @@ Variant DateOrOpen(const std::string& option, const std::string& text) {
 ChosenRange RangeOf(const ReportArguments& arguments, const ReportDefaults& defaults) {
   const bool dated = !arguments.from.empty() || !arguments.to.empty();
   const DateRange unnamed = dated ? DateRange::kCustomDates : defaults.range;
-  ChosenRange chosen{arguments.range.empty() ? unnamed : RangeArgument(arguments.range)};
+  ChosenRange chosen{arguments.range ? RangeArgument(*arguments.range) : unnamed};
   const auto& facts = *vetlo::Services().DateRangeInfo(static_cast<std::int32_t>(chosen.range));
   if (arguments.n && !facts.takes_number) {
     throw UserError("--n goes with --range last-n-days or last-n-months");
@@ -117,7 +117,7 @@ ChosenRange RangeOf(const ReportArguments& arguments, const ReportDefaults& defa
 
 std::map<std::string, Variant> FieldsOf(const ReportArguments& arguments,
                                         const ReportDefaults& defaults) {
-  const bool chart = arguments.chart || !arguments.kind.empty();
+  const bool chart = arguments.chart || arguments.kind;
   if (chart && !defaults.has_chart) {
     throw UserError("report number " + std::to_string(defaults.number) + " has no chart");
   }
@@ -127,8 +127,7 @@ std::map<std::string, Variant> FieldsOf(const ReportArguments& arguments,
       {"Legend", defaults.legend},
       {"ChartOrReportType", static_cast<std::int32_t>(output)},
       {"ChartReportSubTypeAttr", defaults.number},
-      {"ChartType",
-       arguments.kind.empty() ? defaults.chart_type : ChartKindArgument(arguments.kind)},
+      {"ChartType", arguments.kind ? ChartKindArgument(*arguments.kind) : defaults.chart_type},
       {"DateRangeExtInfo", range.number},
       {"DateRangeType", static_cast<std::int32_t>(range.range)},
       {"Title", arguments.title.value_or(std::string(defaults.title))},

@@ -21,9 +21,9 @@ struct ReportArguments {
   std::string store;
   std::string number;  // of the report
   bool chart = false;
-  std::string kind;
+  std::optional<std::string> kind;
   std::optional<std::string> title;
-  std::string range;
+  std::optional<std::string> range;
   std::optional<std::string> n;
   std::string from;
   std::string to;

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "tests/support/drawing.h"
+#include "tests/support/january_report.h"
 #include "tests/support/raises.h"
 #include "tests/support/shown_rows.h"
 #include "tests/support/small_store.h"
@@ -403,26 +404,6 @@ TEST(Debtors, AddUpToTheTotal) {
 
 // ---- failures
 
-TestRow RowOf(std::int32_t report_number, ChartOrReport output = ChartOrReport::kReport) {
-  return {.number = 1,
-          .report_number = report_number,
-          .output = output,
-          .title = "Mine",
-          .range = 15,
-          .from = kFrom,
-          .to = kTo};
-}
-
-const std::string kHeading = "\r\nMine\r\n\r\n2026/01/01 Through 2026/01/31\r\n\r\n\r\n";
-
-std::string ReportOf(SmallStore builder, std::int32_t report_number) {
-  const auto store = builder.Row(RowOf(report_number)).Open();
-  Drawing drawing;
-  EXPECT_EQ(drawing.TryToShow(*store, 1), 0);
-  EXPECT_TRUE(drawing.report.Locked());
-  return drawing.report.Text();
-}
-
 struct PayeeRoutine {
   std::string name;
   std::int32_t report_number = 0;
@@ -468,17 +449,17 @@ TEST_P(RoutineOfPayees, ClosesWhatItOpenedWhereItFails) {
 TEST_P(RoutineOfPayees, ShowsTitleAndCaptionAloneOnARecordWithoutAnAccount) {
   SmallStore builder = Accounts();
   builder.Transaction({.total = 5, .other_account = GetParam().other_end});
-  EXPECT_EQ(ReportOf(std::move(builder), GetParam().report_number), kHeading);
+  EXPECT_EQ(ReportOfJanuary(std::move(builder), GetParam().report_number), kJanuaryHeading);
 }
 
 TEST_P(RoutineOfPayees, ShowsTitleAndCaptionAloneOnAnAccountThatIsNotThere) {
   SmallStore builder = Accounts();
   builder.Transaction({.total = 5, .account = 99, .other_account = GetParam().other_end});
-  EXPECT_EQ(ReportOf(std::move(builder), GetParam().report_number), kHeading);
+  EXPECT_EQ(ReportOfJanuary(std::move(builder), GetParam().report_number), kJanuaryHeading);
 }
 
 TEST_P(RoutineOfPayees, ShowsTitleAndCaptionAloneWhereThereIsNoAmount) {
-  EXPECT_EQ(ReportOf(Accounts(), GetParam().report_number), kHeading);
+  EXPECT_EQ(ReportOfJanuary(Accounts(), GetParam().report_number), kJanuaryHeading);
 }
 
 INSTANTIATE_TEST_SUITE_P(OfEveryKind, RoutineOfPayees,
@@ -609,7 +590,8 @@ TEST(Overdrafts, FailWhereAllCardsAreInCredit) {
 }
 
 TEST(OverdraftReport, WithAllCardsInCreditIsTitleAndCaptionAlone) {
-  EXPECT_EQ(ReportOf(std::move(SmallStore().Account(1, "Card", kCreditCard, 20)), 11), kHeading);
+  EXPECT_EQ(ReportOfJanuary(std::move(SmallStore().Account(1, "Card", kCreditCard, 20)), 11),
+            kJanuaryHeading);
 }
 
 TEST(Overdrafts, AreReadByThisText) {
@@ -645,32 +627,32 @@ SmallStore Household() {
 
 TEST(DebtorReport, IsThisText) {
   const std::string rule(27, '_');
-  EXPECT_EQ(ReportOf(Household(), 8),
-            kHeading + "Debtor\t" + AtRight(6, "Total") + "\r\n" + rule + "\r\n\r\n" +  //
-                "Corner Shop\t" + AtRight(6, "60.00") + "\r\n" +                        //
-                "Zed\t" + AtRight(6, "-10.00") + "\r\n" +                               //
-                "\r\n" +                                                                //
-                "Unassigned Debtors\t" + AtRight(6, "75.00") + "\r\n\r\n" +             //
-                rule + "\r\n" + rule + "\r\n" +                                         //
+  EXPECT_EQ(ReportOfJanuary(Household(), 8),
+            kJanuaryHeading + "Debtor\t" + AtRight(6, "Total") + "\r\n" + rule + "\r\n\r\n" +  //
+                "Corner Shop\t" + AtRight(6, "60.00") + "\r\n" +                               //
+                "Zed\t" + AtRight(6, "-10.00") + "\r\n" +                                      //
+                "\r\n" +                                                                       //
+                "Unassigned Debtors\t" + AtRight(6, "75.00") + "\r\n\r\n" +                    //
+                rule + "\r\n" + rule + "\r\n" +                                                //
                 "Total\t" + AtRight(6, "125.00"));
 }
 
 TEST(CreditorReport, IsThisText) {
   const std::string rule(29, '_');
-  EXPECT_EQ(ReportOf(Household(), 12),
-            kHeading + "Creditor\t" + AtRight(6, "Total") + "\r\n" + rule + "\r\n\r\n" +  //
-                "Corner Shop\t" + AtRight(6, "-25.00") + "\r\n" +                         //
-                "\r\n" +                                                                  //
-                "Unassigned Creditors\t" + AtRight(6, "500.00") + "\r\n\r\n" +            //
-                rule + "\r\n" + rule + "\r\n" +                                           //
+  EXPECT_EQ(ReportOfJanuary(Household(), 12),
+            kJanuaryHeading + "Creditor\t" + AtRight(6, "Total") + "\r\n" + rule + "\r\n\r\n" +  //
+                "Corner Shop\t" + AtRight(6, "-25.00") + "\r\n" +                                //
+                "\r\n" +                                                                         //
+                "Unassigned Creditors\t" + AtRight(6, "500.00") + "\r\n\r\n" +                   //
+                rule + "\r\n" + rule + "\r\n" +                                                  //
                 "Total\t" + AtRight(6, "475.00"));
 }
 
 TEST(NetByPayeeReport, IsThisText) {
   const std::string rule(79, '_');
-  EXPECT_EQ(ReportOf(Household(), 2),
-            kHeading + "Payee\t" + AtRight(28, "From Payee Less Pay to Payee") + "\r\n" + rule +
-                "\r\n\r\n" +                                                  //
+  EXPECT_EQ(ReportOfJanuary(Household(), 2),
+            kJanuaryHeading + "Payee\t" + AtRight(28, "From Payee Less Pay to Payee") + "\r\n" +
+                rule + "\r\n\r\n" +                                           //
                 "Corner Shop\t" + AtRight(28, "85.00") + "\r\n" +             //
                 "Zed\t" + AtRight(28, "-10.00") + "\r\n" +                    //
                 "\r\n" +                                                      //
@@ -683,12 +665,13 @@ TEST(OverdraftReport, IsThisText) {
   const std::string rule(23, '_');
   SmallStore builder;
   builder.Account(1, "Blue", kCreditCard, -40).Account(2, "Grey", kCreditCard, -2.5);
-  EXPECT_EQ(ReportOf(std::move(builder), 11), kHeading + "Credit Card\t" + AtRight(9, "Overdraft") +
-                                                  "\r\n" + rule + "\r\n\r\n" +                  //
-                                                  "Blue\t" + AtRight(9, "40.00") + "\r\n" +     //
-                                                  "Grey\t" + AtRight(9, "2.50") + "\r\n\r\n" +  //
-                                                  rule + "\r\n" + rule + "\r\n" +               //
-                                                  "Total\t" + AtRight(9, "42.50"));
+  EXPECT_EQ(ReportOfJanuary(std::move(builder), 11),
+            kJanuaryHeading + "Credit Card\t" + AtRight(9, "Overdraft") + "\r\n" + rule +
+                "\r\n\r\n" +                                  //
+                "Blue\t" + AtRight(9, "40.00") + "\r\n" +     //
+                "Grey\t" + AtRight(9, "2.50") + "\r\n\r\n" +  //
+                rule + "\r\n" + rule + "\r\n" +               //
+                "Total\t" + AtRight(9, "42.50"));
 }
 
 struct TitleCase {
@@ -703,7 +686,7 @@ class ChartOfDebts : public ::testing::TestWithParam<TitleCase> {};
 TEST_P(ChartOfDebts, IsTitledSo) {
   SmallStore builder = Household();
   const auto store = builder.Account(9, "Card", kCreditCard, -40)
-                         .Row(RowOf(GetParam().report_number, ChartOrReport::kChart))
+                         .Row(RowOfJanuary(GetParam().report_number, ChartOrReport::kChart))
                          .Open();
   Drawing drawing;
   drawing.Show(*store, 1);

@@ -145,6 +145,8 @@ INSTANTIATE_TEST_SUITE_P(
         BadCase{"ReportNumberWord", {"report", "HOME", "five"}, "1 to 59"},
         BadCase{"NoChart", {"report", "HOME", "7", "--chart"}, "no chart"},
         BadCase{"BadKind", {"report", "HOME", "5", "--kind", "cake"}, "line, bar or pie"},
+        BadCase{"EmptyKind", {"report", "HOME", "5", "--kind="}, "line, bar or pie"},
+        BadCase{"EmptyRange", {"report", "HOME", "5", "--range="}, "--range takes"},
         BadCase{"BadRange", {"report", "HOME", "5", "--range", "soon"}, "Current Month"},
         BadCase{"BadN", {"report", "HOME", "5", "--range", "13", "--n", "0"}, "--n"},
         BadCase{"NWithoutRange", {"report", "HOME", "5", "--n", "3"}, "last-n-days"},

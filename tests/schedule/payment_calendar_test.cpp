@@ -8,6 +8,7 @@
 #include <ostream>
 
 #include "tests/support/drawing.h"
+#include "tests/support/january_report.h"
 #include "tests/support/raises.h"
 #include "tests/support/shown_rows.h"
 #include "tests/support/small_store.h"
@@ -261,25 +262,6 @@ struct FailingRecord {
 
 void PrintTo(const FailingRecord& a_case, std::ostream* out) { *out << a_case.name; }
 
-TestRow RowFor(std::int32_t report_number) {
-  return {.number = 1,
-          .report_number = report_number,
-          .title = "Mine",
-          .range = 15,
-          .from = kFrom,
-          .to = kTo};
-}
-
-const std::string kHeading = "\r\nMine\r\n\r\n2026/01/01 Through 2026/01/31\r\n\r\n\r\n";
-
-std::string ReportOf(SmallStore builder, std::int32_t report_number) {
-  const auto store = builder.Row(RowFor(report_number)).Open();
-  Drawing drawing;
-  EXPECT_EQ(drawing.TryToShow(*store, 1), 0);
-  EXPECT_TRUE(drawing.report.Locked());
-  return drawing.report.Text();
-}
-
 // One record that is good and one that is not.
 class CalendarRecord : public ::testing::TestWithParam<FailingRecord> {
  protected:
@@ -293,11 +275,13 @@ class CalendarRecord : public ::testing::TestWithParam<FailingRecord> {
 };
 
 TEST_P(CalendarRecord, LeavesTheReportItsTitleAndCaption) {
-  EXPECT_EQ(ReportOf(Store(), 10), kHeading);
+  EXPECT_EQ(ReportOfJanuary(Store(), 10), kJanuaryHeading);
 }
 
 // The names are looked up before the directions are asked for.
-TEST_P(CalendarRecord, DoesSoWhereItWouldNotBeListed) { EXPECT_EQ(ReportOf(Store(), 9), kHeading); }
+TEST_P(CalendarRecord, DoesSoWhereItWouldNotBeListed) {
+  EXPECT_EQ(ReportOfJanuary(Store(), 9), kJanuaryHeading);
+}
 
 TEST_P(CalendarRecord, HasAllClosed) {
   const auto store = Store().Open();
@@ -361,34 +345,34 @@ std::string AtRight(std::size_t width, const std::string& text) {
 }
 
 std::string Header(std::size_t rule) {
-  return kHeading + "Date\tFrequency\tPayee\tAccount\tCategory\t" + AtRight(6, "Amount") + "\r\n" +
-         std::string(rule, '_') + "\r\n\r\n";
+  return kJanuaryHeading + "Date\tFrequency\tPayee\tAccount\tCategory\t" + AtRight(6, "Amount") +
+         "\r\n" + std::string(rule, '_') + "\r\n\r\n";
 }
 
 const std::string kPayment = "2026/01/10\tMonthly\tShop\tBank\tFood\t" + AtRight(6, "-40.00");
 const std::string kDeposit = "2026/01/20\tEvery 2 weeks\t\tBank\t\t" + AtRight(6, "900.00");
 
 TEST(PaymentCalendarReport, NineListsThePayments) {
-  EXPECT_EQ(ReportOf(BothWays(), 9), Header(10 + 9 + 5 + 7 + 8 + 6 + 9) + kPayment);
+  EXPECT_EQ(ReportOfJanuary(BothWays(), 9), Header(10 + 9 + 5 + 7 + 8 + 6 + 9) + kPayment);
 }
 
 TEST(PaymentCalendarReport, FiftyFourListsTheDeposits) {
-  EXPECT_EQ(ReportOf(BothWays(), 54), Header(10 + 13 + 5 + 7 + 8 + 6 + 9) + kDeposit);
+  EXPECT_EQ(ReportOfJanuary(BothWays(), 54), Header(10 + 13 + 5 + 7 + 8 + 6 + 9) + kDeposit);
 }
 
 TEST(PaymentCalendarReport, TenListsBothWithoutALineEndAtItsEnd) {
-  EXPECT_EQ(ReportOf(BothWays(), 10),
+  EXPECT_EQ(ReportOfJanuary(BothWays(), 10),
             Header(10 + 13 + 5 + 7 + 8 + 6 + 9) + kPayment + "\r\n" + kDeposit);
 }
 
 class CalendarNumber : public ::testing::TestWithParam<std::int32_t> {};
 
 TEST_P(CalendarNumber, WithoutARowIsTitleAndCaptionAlone) {
-  EXPECT_EQ(ReportOf(Accounts(), GetParam()), kHeading);
+  EXPECT_EQ(ReportOfJanuary(Accounts(), GetParam()), kJanuaryHeading);
 }
 
 TEST_P(CalendarNumber, HasNoChart) {
-  TestRow row = RowFor(GetParam());
+  TestRow row = RowOfJanuary(GetParam());
   row.output = ChartOrReport::kChart;
   const auto store = BothWays().Row(row).Open();
   Drawing drawing;
@@ -400,7 +384,7 @@ TEST_P(CalendarNumber, HasNoChart) {
 INSTANTIATE_TEST_SUITE_P(OfEveryKind, CalendarNumber, ::testing::Values(9, 10, 54));
 
 TEST(PaymentCalendarReport, HasFiveStopsAtTheColumnsBehindTheFirst) {
-  const auto store = BothWays().Row(RowFor(10)).Open();
+  const auto store = BothWays().Row(RowOfJanuary(10)).Open();
   Drawing drawing;
   drawing.Show(*store, 1);
   EXPECT_THAT(drawing.Puts("report", "SelTabCount"), ElementsAre("5"));
@@ -410,7 +394,7 @@ TEST(PaymentCalendarReport, HasFiveStopsAtTheColumnsBehindTheFirst) {
 }
 
 TEST(PaymentCalendarReport, WithoutARowHasTheStopsOfItsHeaders) {
-  const auto store = Accounts().Row(RowFor(10)).Open();
+  const auto store = Accounts().Row(RowOfJanuary(10)).Open();
   Drawing drawing;
   drawing.Show(*store, 1);
   EXPECT_THAT(drawing.Puts("report", "SelTabCount"), ElementsAre("5"));

@@ -105,7 +105,8 @@ frmCustomize::RangeEnd frmCustomize::Start() {
           "FromDate",
           &DateRangeFacts::start_editable,
           &ResolvedRange::dtmFromDate,
-          Services().EarliestDate()};
+          Services().EarliestDate(),
+          true};
 }
 
 frmCustomize::RangeEnd frmCustomize::End() {
@@ -114,7 +115,8 @@ frmCustomize::RangeEnd frmCustomize::End() {
           "ToDate",
           &DateRangeFacts::end_editable,
           &ResolvedRange::dtmToDate,
-          Services().LatestDate()};
+          Services().LatestDate(),
+          false};
 }
 
 // ---- what the row stores
@@ -228,14 +230,12 @@ void frmCustomize::ShowEnd(const RangeEnd& end, const DateRangeFacts& range) {
   }
 }
 
-// An open end shows nothing, and neither does a start that a number leads out of the calendar. The
-// end does not depend on the number.
+// An open end shows nothing, and neither does one that a number leads out of the calendar.
 std::string frmCustomize::ComputedText(const RangeEnd& end, const DateRangeFacts& range) {
   std::string text;
   ResumeNext([&] {
-    const std::int32_t number = range.takes_number && &end.box == &txtFrom
-                                    ? ToLong(Variant(txtDateRangeExtInfo.Text()))
-                                    : 1;
+    const std::int32_t number =
+        range.takes_number && end.follows_number ? ToLong(Variant(txtDateRangeExtInfo.Text())) : 1;
     const Date date =
         ComputedDateRange(static_cast<std::int32_t>(range.range), number, DayOf(platform_.Now())).*
         end.date;

@@ -75,6 +75,7 @@ class frmCustomize : public Form {
     bool DateRangeFacts::*editable;
     Date ResolvedRange::*date;
     Date open_end;
+    bool follows_number;  // that of the last N days or months
   };
   RangeEnd Start();
   RangeEnd End();

@@ -46,10 +46,11 @@ class clsTamo {
   Currency TotalLiabilities(Database& dbDov, Recordset& recAccount, Date dtmToDate);
   Currency TotalCreditCardDebt(Database& dbDov, Date dtmToDate);
 
-  // The days of what was counted go where the caller wants them; what stood there is gone also
-  // where the total fails.
   Currency TotalIncome(Database& dbDov, Date dtmFromDate, Date dtmToDate);
   Currency TotalExpenses(Database& dbDov, Date dtmFromDate, Date dtmToDate);
+
+  // The days of what was counted go where the caller wants them; what stood there is gone also
+  // where the total fails.
   Currency TotalIncomeOfCategory(Database& dbDov, Date dtmFromDate, Date dtmToDate,
                                  std::int32_t lngCategoryNumber = 0,
                                  bool blnCalcAllUnassigned = false, Date* dtmFirstDate = nullptr,

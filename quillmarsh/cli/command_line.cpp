@@ -11,6 +11,7 @@
 #include "quillmarsh/cli/component_commands.h"
 #include "quillmarsh/cli/dialog_commands.h"
 #include "quillmarsh/cli/figure_command.h"
+#include "quillmarsh/cli/left_out.h"
 #include "quillmarsh/cli/list_command.h"
 #include "quillmarsh/cli/sample_command.h"
 #include "quillmarsh/cli/show_command.h"
@@ -243,26 +244,6 @@ void Tell(Program& program, const std::string& error) {
   program.err << "quillmarsh: " << SafeText(error) << "\n";
 }
 
-// What a user is told of a failure that nobody explained on its way.
-std::string TextOfFailure(const vetlo::Failure& failure) {
-  if (*failure.what() != '\0') {
-    return failure.what();
-  }
-  switch (static_cast<vetlo::FailureNumber>(failure.number())) {
-    case vetlo::FailureNumber::kInvalidCall:
-    case vetlo::FailureNumber::kOverflow:
-      return "the store holds a number or a date that is out of range";
-    case vetlo::FailureNumber::kTypeMismatch:
-      return "the store holds a value of the wrong kind";
-    case vetlo::FailureNumber::kInvalidUseOfNull:
-      return "the store leaves a value empty that is needed";
-    case vetlo::FailureNumber::kNoCurrentRecord:
-      return "the row is no longer there";
-    default:
-      return "the store cannot be used";
-  }
-}
-
 // An option with an empty value, "--title=", as the two words that it stands for; the parser would
 // take the word behind it for the value.
 std::vector<std::string> WordsOf(int argc, const char* const* argv) {
@@ -299,12 +280,17 @@ int Run(Program& program) {
       return kExitDone;
     }
     Tell(program, "the output cannot be written; see whether its disk is full");
+  } catch (const LeftOut& left_out) {
+    program.out.flush();
+    for (const std::string& line : left_out.Lines()) {
+      Tell(program, line);
+    }
   } catch (const UserError& error) {
     Tell(program, error.what());
   } catch (const vetlo::ComponentError& error) {
     Tell(program, error.what());
   } catch (const vetlo::Failure& failure) {
-    Tell(program, TextOfFailure(failure) + " (failure " + std::to_string(failure.number()) + ")");
+    Tell(program, FailureLine(failure.number(), failure.what()));
   } catch (const std::bad_alloc&) {
     Tell(program, "there is not enough memory");
   }

@@ -5,7 +5,7 @@
 
 #include "quillmarsh/cli/arguments.h"
 #include "quillmarsh/cli/dialog_user.h"
-#include "quillmarsh/cli/failure_keeper.h"
+#include "quillmarsh/cli/left_out.h"
 #include "quillmarsh/cli/loaded_component.h"
 #include "quillmarsh/cli/settings_rows.h"
 #include "quillmarsh/cli/store_file.h"
@@ -28,10 +28,13 @@ class OpenedForChange {
  public:
   explicit OpenedForChange(const std::string& file)
       : store_(OpenStoreFile(file, vetlo::StoreAccess::kReadWrite)),
-        kept_(*store_, keeper_),
+        kept_(*store_),
         rows_(kept_.OpenRecordset("ChartReportSubType")) {}
 
-  vetlo::Database& Store() { return kept_; }
+  // The store for the component's dialogs, and as it is for what is looked up beside them: a row
+  // that somebody damaged keeps nobody from another.
+  vetlo::KeptStore& Store() { return kept_; }
+  vetlo::Database& Unkept() { return *store_; }
   vetlo::Recordset& Rows() { return *rows_; }
 
   // Lets the user work in a dialog of the component. Fails with a UserError where the dialog did
@@ -41,8 +44,8 @@ class OpenedForChange {
     DialogPlatform platform(user);
     vetlo::Tamo component = LoadComponent().NewTamo(platform);
     const bool saved = operation(component);
-    if (!saved && !keeper_.Text().empty() && !user.Messages().empty()) {
-      throw UserError(user.Messages().front() + " (" + keeper_.Text() + ")");
+    if (!saved && !kept_.Failures().empty() && !user.Messages().empty()) {
+      throw UserError(user.Messages().front() + " (" + kept_.Failures().front().Text() + ")");
     }
     user.ThrowRefusal();
     if (!saved) {
@@ -51,9 +54,8 @@ class OpenedForChange {
   }
 
  private:
-  FailureKeeper keeper_;
   std::unique_ptr<vetlo::Database> store_;
-  KeptDatabase kept_;
+  vetlo::KeptStore kept_;
   std::unique_ptr<vetlo::Recordset> rows_;
 };
 
@@ -70,12 +72,13 @@ SettingsRowFacts RowNumbered(vetlo::Database& store, std::int32_t number) {
 void CustomizeRow(const std::string& file, const std::string& row_name,
                   const DialogUser::Deeds& deeds, std::ostream& out) {
   OpenedForChange opened(file);
-  const SettingsRowFacts row = FindSettingsRow(opened.Store(), row_name);
+  const SettingsRowFacts row = FindSettingsRow(opened.Unkept(), row_name);
   DialogUser user(deeds);
   opened.Work(user, [&](vetlo::Tamo& component) {
     return component.CustomizeChartReport(opened.Store(), opened.Rows(), row.number);
   });
-  out << "Changed " << LineOf(RowNumbered(opened.Store(), row.number));
+  out << "Changed " << LineOf(RowNumbered(opened.Unkept(), row.number));
+  RequireWhole(opened.Store());
 }
 
 // ---- deeds in the customize dialog
@@ -301,7 +304,7 @@ void ResetCommand(const std::string& store, const std::string& row, std::ostream
 
 void FavoriteCommand(const FavoriteArguments& arguments, std::ostream& out) {
   OpenedForChange opened(arguments.store);
-  const SettingsRowFacts row = FindSettingsRow(opened.Store(), arguments.row);
+  const SettingsRowFacts row = FindSettingsRow(opened.Unkept(), arguments.row);
   const Parameters parameters = ParametersOf(arguments, row);
   DialogUser user([&](const Form& form) { NameFavorite(form, arguments.name); });
   user.AnswerYesFor("--replace", arguments.replace);
@@ -310,12 +313,13 @@ void FavoriteCommand(const FavoriteArguments& arguments, std::ostream& out) {
                                     parameters.first, parameters.second);
   });
   const std::string name(vetlo::Trim(arguments.name));
-  out << "Saved " << LineOf(FindFavorite(opened.Store(), name));
+  out << "Saved " << LineOf(FindFavorite(opened.Unkept(), name));
+  RequireWhole(opened.Store());
 }
 
 void UnfavoriteCommand(const std::string& store, const std::string& name, std::ostream& out) {
   OpenedForChange opened(store);
-  const SettingsRowFacts favorite = FindFavorite(opened.Store(), name);
+  const SettingsRowFacts favorite = FindFavorite(opened.Unkept(), name);
   vetlo::Services().DeleteChartReportSubType(opened.Store(), opened.Rows(), favorite.number);
   out << "Removed " << LineOf(favorite);
 }

@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <ostream>
 
 #include "quillmarsh/cli/arguments.h"
 #include "quillmarsh/cli/event_text.h"
+#include "quillmarsh/cli/left_out.h"
 #include "quillmarsh/cli/loaded_component.h"
 #include "quillmarsh/cli/store_file.h"
 #include "quillmarsh/cli/user_error.h"
@@ -211,11 +213,12 @@ void FigureCommand(const FigureArguments& arguments, std::ostream& out) {
   question.number = NumberArgument(arguments.number);
   question.unassigned = arguments.unassigned;
   std::unique_ptr<Database> store;
+  std::optional<vetlo::KeptStore> kept;
   if ((operation.takes & kAmounts) != 0) {
     question.cur = AmountsArgument(arguments.cur);
   } else {
     store = OpenStoreFile(arguments.store, vetlo::StoreAccess::kReadOnly);
-    question.store = store.get();
+    question.store = &kept.emplace(*store);
   }
   const bool json = arguments.format == "json";
   const std::string head = "{\"operation\":" + JsonText(operation.name);
@@ -232,6 +235,12 @@ void FigureCommand(const FigureArguments& arguments, std::ostream& out) {
                       std::to_string(failure.number()) + ": " + failure.what());
     }
     out << head << ",\"failure\":" << failure.number() << "}\n";
+    if (kept && IsOfTheStore(failure)) {
+      kept->OnFailure(failure.number(), failure.what());
+    }
+  }
+  if (kept) {
+    RequireWhole(*kept);
   }
 }
 

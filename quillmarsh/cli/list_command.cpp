@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "quillmarsh/cli/left_out.h"
 #include "quillmarsh/cli/settings_rows.h"
 #include "quillmarsh/cli/store_file.h"
 #include "quillmarsh/terminal/safe_text.h"
@@ -78,7 +79,8 @@ std::size_t WidestName(const std::vector<SettingsRowFacts>& rows) {
 
 void ListCommand(const std::string& store_path, std::ostream& out) {
   const auto store = OpenStoreFile(store_path, vetlo::StoreAccess::kReadOnly);
-  const auto rows = ReadSettingsRows(*store);
+  vetlo::KeptStore kept(*store);
+  const auto rows = ReadSettingsRows(kept);
   const std::size_t name_width = WidestName(rows);
   constexpr std::size_t kNumberWidth = 5;
   constexpr std::size_t kFormWidth = 12;
@@ -100,6 +102,7 @@ void ListCommand(const std::string& store_path, std::ostream& out) {
     }
   }
   out << (text.empty() ? "The store has no report settings.\n" : text);
+  RequireWhole(kept);
 }
 
 }  // namespace quillmarsh

@@ -17,41 +17,50 @@ namespace {
 using vetlo::Recordset;
 using vetlo::Variant;
 
-// A row that somebody damaged is listed as far as it can be read, and keeps nobody from the others.
-Variant ValueOrNull(Recordset& rec, std::string_view field) {
-  Variant value = vetlo::Null{};
-  vetlo::ResumeNext([&] { value = rec.Fields(field); });
-  return value;
-}
+// Reads what it can of a settings row: one that somebody damaged keeps nobody from the others. The
+// listener hears of what could not be read.
+class RowReader {
+ public:
+  RowReader(Recordset& rec, vetlo::FailureListener& listener) : rec_(rec), listener_(listener) {}
 
-std::int32_t LongOr(Recordset& rec, std::string_view field, std::int32_t otherwise) {
-  vetlo::ResumeNext([&] { otherwise = vetlo::LongField(rec, field); });
-  return otherwise;
-}
+  Variant ValueOrNull(std::string_view field) {
+    Variant value = vetlo::Null{};
+    vetlo::ResumeNext(listener_, [&] { value = rec_.Fields(field); });
+    return value;
+  }
+  std::int32_t LongOr(std::string_view field, std::int32_t otherwise) {
+    vetlo::ResumeNext(listener_, [&] { otherwise = vetlo::LongField(rec_, field); });
+    return otherwise;
+  }
+  std::string TextOrEmpty(std::string_view field) {
+    std::string text;
+    vetlo::ResumeNext(listener_, [&] { text = vetlo::TextFieldOrEmpty(rec_, field); });
+    return text;
+  }
 
-std::string TextOrEmpty(Recordset& rec, std::string_view field) {
-  std::string text;
-  vetlo::ResumeNext([&] { text = vetlo::TextFieldOrEmpty(rec, field); });
-  return text;
-}
+ private:
+  Recordset& rec_;
+  vetlo::FailureListener& listener_;
+};
 
-SettingsRowFacts ReadRow(Recordset& rec) {
+SettingsRowFacts ReadRow(Recordset& rec, vetlo::FailureListener& listener) {
+  RowReader reader(rec, listener);
   SettingsRowFacts row;
   row.number = vetlo::LongField(rec, "ChartReportSubTypeNumber");
-  row.name = TextOrEmpty(rec, "ChartReportSubTypeName");
+  row.name = reader.TextOrEmpty("ChartReportSubTypeName");
   if (row.name.empty()) {
-    row.name = TextOrEmpty(rec, "Title");
+    row.name = reader.TextOrEmpty("Title");
   }
-  row.group = LongOr(rec, "ChartReportType", 0);
-  row.report_number = LongOr(rec, "ChartReportSubTypeAttr", 0);
-  row.output = LongOr(rec, "ChartOrReportType", 1);
-  row.chart_type = LongOr(rec, "ChartType", vetlo::kNothingChosen);
-  row.range = LongOr(rec, "DateRangeType", 0);
-  row.range_number = LongOr(rec, "DateRangeExtInfo", 1);
-  row.from = ValueOrNull(rec, "FromDate");
-  row.to = ValueOrNull(rec, "ToDate");
-  row.parameter1 = ValueOrNull(rec, "Parameter1");
-  row.parameter2 = ValueOrNull(rec, "Parameter2");
+  row.group = reader.LongOr("ChartReportType", 0);
+  row.report_number = reader.LongOr("ChartReportSubTypeAttr", 0);
+  row.output = reader.LongOr("ChartOrReportType", 1);
+  row.chart_type = reader.LongOr("ChartType", vetlo::kNothingChosen);
+  row.range = reader.LongOr("DateRangeType", 0);
+  row.range_number = reader.LongOr("DateRangeExtInfo", 1);
+  row.from = reader.ValueOrNull("FromDate");
+  row.to = reader.ValueOrNull("ToDate");
+  row.parameter1 = reader.ValueOrNull("Parameter1");
+  row.parameter2 = reader.ValueOrNull("Parameter2");
   return row;
 }
 
@@ -96,7 +105,7 @@ vetlo::Date DateOr(const Variant& value, vetlo::Date otherwise) {
 std::vector<SettingsRowFacts> ReadSettingsRows(vetlo::Database& store) {
   std::vector<SettingsRowFacts> rows;
   vetlo::ForEachRowOf(store, "ChartReportSubType",
-                      [&](Recordset& rec) { rows.push_back(ReadRow(rec)); });
+                      [&](Recordset& rec) { rows.push_back(ReadRow(rec, store)); });
   return rows;
 }
 

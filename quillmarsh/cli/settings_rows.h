@@ -24,7 +24,8 @@ struct SettingsRowFacts {
   vetlo::Variant parameter2;
 };
 
-// All rows in the order of their numbers.
+// All rows in the order of their numbers. What cannot be read of a row is left out, and the store
+// hears of it.
 std::vector<SettingsRowFacts> ReadSettingsRows(vetlo::Database& store);
 
 // The row that a user names by its number or by its name. Fails with a UserError where there is

@@ -2,8 +2,10 @@
 
 #include <map>
 #include <ostream>
+#include <vector>
 
 #include "quillmarsh/cli/arguments.h"
+#include "quillmarsh/cli/left_out.h"
 #include "quillmarsh/cli/loaded_component.h"
 #include "quillmarsh/cli/momentary_row.h"
 #include "quillmarsh/cli/settings_rows.h"
@@ -37,6 +39,17 @@ Parameters GivenParameters(const std::optional<std::string>& first,
   return {ParameterArgument(first), ParameterArgument(second)};
 }
 
+// What the component drew, as text; nothing where it drew neither. A chart whose figures failed has
+// its title and no figures, one whose dates failed nothing at all.
+std::string Drawn(const vetlo::ChartModel& chart, const vetlo::Document& report, bool failed,
+                  std::size_t columns, const vetlo::NumberLocale& locale) {
+  if (chart.Visible()) {
+    const bool untouched = failed && chart.Title().empty() && chart.Data().elements().empty();
+    return untouched ? "" : RenderChart(chart, columns, locale, failed);
+  }
+  return report.Visible() ? RenderReport(report, columns) : "";
+}
+
 // Draws one row in the terminal.
 void Draw(vetlo::Database& store, vetlo::Recordset& rows, std::int32_t row,
           const Parameters& parameters, const std::string& today, std::ostream& out) {
@@ -45,20 +58,22 @@ void Draw(vetlo::Database& store, vetlo::Recordset& rows, std::int32_t row,
   vetlo::ChartModel chart(static_cast<float>(columns) * kTwipsPerCell);
   vetlo::Document report;
   vetlo::Tamo component = LoadComponent().NewTamo(platform);
+  vetlo::KeptStore kept(store);
   try {
-    component.ShowChartReport(store, rows, row, &chart, &report, parameters.first,
+    component.ShowChartReport(kept, rows, row, &chart, &report, parameters.first,
                               parameters.second);
   } catch (const vetlo::Failure& failure) {
-    throw UserError("the report could not be drawn: failure " + std::to_string(failure.number()) +
-                    " " + failure.what());
+    std::vector<std::string> lines = LinesOf(kept);
+    lines.push_back("the report could not be drawn: " +
+                    FailureLine(failure.number(), failure.what()));
+    throw LeftOut(std::move(lines));
   }
-  if (chart.Visible()) {
-    out << RenderChart(chart, columns, platform.Locale());
-  } else if (report.Visible()) {
-    out << RenderReport(report, columns);
-  } else {
+  const bool failed = !kept.Failures().empty();
+  if (!failed && !chart.Visible() && !report.Visible()) {
     throw UserError("the row asks for neither a report nor a chart");
   }
+  out << Drawn(chart, report, failed, columns, platform.Locale());
+  RequireWhole(kept);
 }
 
 // ---- settings of the moment

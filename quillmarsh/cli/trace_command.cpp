@@ -4,6 +4,7 @@
 
 #include "quillmarsh/cli/arguments.h"
 #include "quillmarsh/cli/event_text.h"
+#include "quillmarsh/cli/left_out.h"
 #include "quillmarsh/cli/loaded_component.h"
 #include "quillmarsh/cli/observed_database.h"
 #include "quillmarsh/cli/store_file.h"
@@ -79,7 +80,8 @@ void TraceCommand(const TraceArguments& arguments, std::ostream& out) {
       trace.Add(ClosedText(source));
     };
   }
-  ObservedDatabase observed(*store, observer);
+  vetlo::KeptStore kept(*store);
+  ObservedDatabase observed(kept, observer);
   vetlo::RecordingWindow window(log);
   vetlo::PlainContainer frame(&window);
   vetlo::RecordingChart chart(log, kChartWidth, &frame);
@@ -93,10 +95,15 @@ void TraceCommand(const TraceArguments& arguments, std::ostream& out) {
                               ParameterArgument(arguments.parameter2));
   } catch (const vetlo::Failure& failure) {
     last = R"({"on":"host","failure":)" + std::to_string(failure.number()) + "}";
+    // That the call failed is part of the trace. That the store cannot be read is not.
+    if (IsOfTheStore(failure)) {
+      kept.OnFailure(failure.number(), failure.what());
+    }
   }
   trace.TakeEvents(log);
   trace.Add(last);
   out << trace.text();
+  RequireWhole(kept);
 }
 
 }  // namespace quillmarsh

@@ -11,6 +11,7 @@ namespace quillmarsh {
 namespace {
 
 constexpr std::string_view kNoData = "(no data)";
+constexpr std::string_view kFailed = "(the figures could not be computed)";
 constexpr std::string_view kLineEnd = "\r\n";
 
 std::string CentredLines(std::string_view text, std::size_t columns) {
@@ -25,9 +26,9 @@ std::string CentredLines(std::string_view text, std::size_t columns) {
   return lines;
 }
 
-std::string Body(const vetlo::ChartModel& chart, const ChartPage& page) {
+std::string Body(const vetlo::ChartModel& chart, const ChartPage& page, bool failed) {
   if (chart.Data().elements().empty()) {
-    return CentredLines(kNoData, page.columns);
+    return CentredLines(failed ? kFailed : kNoData, page.columns);
   }
   switch (chart.Kind()) {
     case vetlo::ChartKind::kLine:
@@ -43,12 +44,12 @@ std::string Body(const vetlo::ChartModel& chart, const ChartPage& page) {
 }  // namespace
 
 std::string RenderChart(const vetlo::ChartModel& chart, std::size_t columns,
-                        const vetlo::NumberLocale& locale) {
+                        const vetlo::NumberLocale& locale, bool failed) {
   const ChartPage page{std::clamp(columns, kLeastChartColumns, kMostChartColumns), locale};
   const std::string title = CentredLines(chart.Title(), page.columns);
   const std::string footnote = CentredLines(chart.Footnote(), page.columns);
-  return title + (title.empty() ? "" : "\n") + Body(chart, page) + (footnote.empty() ? "" : "\n") +
-         footnote;
+  return title + (title.empty() ? "" : "\n") + Body(chart, page, failed) +
+         (footnote.empty() ? "" : "\n") + footnote;
 }
 
 }  // namespace quillmarsh

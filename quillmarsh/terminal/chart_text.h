@@ -14,8 +14,9 @@ inline constexpr std::size_t kMostChartColumns = 1000;
 
 // A chart drawn with characters, as lines ended by "\n" of at most so many columns (the number
 // brought between the two limits). Whatever the data, something is drawn: a number that is not
-// finite is shown as "?" and takes no room, and a chart without data says so.
+// finite is shown as "?" and takes no room, and a chart without data says so, or where its figures
+// have failed says that.
 std::string RenderChart(const vetlo::ChartModel& chart, std::size_t columns,
-                        const vetlo::NumberLocale& locale);
+                        const vetlo::NumberLocale& locale, bool failed = false);
 
 }  // namespace quillmarsh

@@ -50,7 +50,7 @@ vetlo::Date TerminalPlatform::Now() {
 }
 
 float TerminalPlatform::PrinterPageWidth() {
-  throw vetlo::Failure(vetlo::FailureNumber::kNoPrinter);
+  throw vetlo::NothingThere(vetlo::FailureNumber::kNoPrinter);
 }
 
 std::unique_ptr<vetlo::PictureBox> TerminalPlatform::NewPictureBox() {

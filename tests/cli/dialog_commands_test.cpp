@@ -476,10 +476,15 @@ TEST_F(DialogCommands, OneDamagedRowKeepsNobodyFromTheOthers) {
          "UPDATE ChartReportSubType SET FromDate='abc', ToDate=1e9, DateRangeType=15 "
          "WHERE ChartReportSubTypeNumber=7");
   EXPECT_EQ(QuillOn("customize", {"1", "--title", "Fine"}).status, 0);
-  EXPECT_EQ(RunProgram(PROGRAM, {"list", store_}).status, 0);
+  const ProgramRun list = RunProgram(PROGRAM, {"list", store_});
+  EXPECT_THAT(list.out, HasSubstr("Spending"));
+  EXPECT_THAT(list.err, HasSubstr("no date: ChartReportSubType.FromDate, row 7"));
   const ProgramRun damaged = RunProgram(PROGRAM, {"customize", store_, "7", "--title", "Mended"});
   EXPECT_EQ(damaged.status, 1);
-  EXPECT_EQ(damaged.err, "quillmarsh: the store holds something that is no date (failure 13)\n");
+  EXPECT_EQ(
+      damaged.err,
+      "quillmarsh: the store holds something that is no date: ChartReportSubType.FromDate, row "
+      "7; mend it or restore the store from a copy (failure 13)\n");
 }
 
 TEST_F(DialogCommands, ARowOfAnUnknownNumberHasNothingToChangeOrToResetTo) {

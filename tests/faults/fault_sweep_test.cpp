@@ -4,10 +4,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <iostream>
 
 #include "tests/support/drawing.h"
 #include "tests/support/failing_database.h"
 #include "tests/support/household.h"
+#include "vetlo/host/kept_store.h"
 
 namespace vetlo::testing {
 namespace {
@@ -63,6 +65,14 @@ std::string HeadingOf(const std::string& report) {
   return report.substr(0, report.rfind('\n', report.rfind('\n', rule) - 1) + 1);
 }
 
+// What became of the operations that failed.
+struct Counts {
+  std::int64_t operations = 0;
+  std::int64_t to_the_caller = 0;
+  std::int64_t told = 0;
+  std::int64_t harmless = 0;
+};
+
 class FaultSweep : public ::testing::TestWithParam<std::int32_t> {
  protected:
   FaultSweep() : store_(HouseholdWithEveryRow()), failing_(*store_, plan_) {}
@@ -71,13 +81,15 @@ class FaultSweep : public ::testing::TestWithParam<std::int32_t> {
   std::int32_t Draw(Drawing& drawing) {
     const auto rows = plan_.Unfailing([&] { return failing_.OpenRecordset("ChartReportSubType"); });
     std::int32_t number = 0;
+    KeptStore kept(failing_);
     try {
-      drawing.component.ShowChartReport(failing_, *rows, GetParam(), &drawing.chart,
-                                        &drawing.report, SubjectOfRow(GetParam()), Empty{});
+      drawing.component.ShowChartReport(kept, *rows, GetParam(), &drawing.chart, &drawing.report,
+                                        SubjectOfRow(GetParam()), Empty{});
     } catch (const Failure& failure) {
       number = failure.number();
     }
     EXPECT_EQ(failing_.OpenRecordsets(), 1) << "more than the settings rows was left open";
+    told_ = !kept.Failures().empty();
     return number;
   }
 
@@ -98,6 +110,7 @@ class FaultSweep : public ::testing::TestWithParam<std::int32_t> {
       const std::int32_t number = Draw(drawing);
       ASSERT_TRUE(plan_.HasFailed());
       Check(stretches_[n - 1], drawing, number);
+      CheckTold(drawing, number);
       plan_.NeverFail();
     }
     Drawing after;
@@ -145,6 +158,25 @@ class FaultSweep : public ::testing::TestWithParam<std::int32_t> {
     }
   }
 
+  // What is drawn otherwise than it should be is never without a word.
+  void CheckTold(const Drawing& drawing, std::int32_t number) {
+    const bool harmless = number == 0 && drawing.Events() == sound_.Events();
+    EXPECT_TRUE(harmless || number != 0 || told_) << "something was left out in silence";
+    ++counts_.operations;
+    counts_.to_the_caller += number != 0 ? 1 : 0;
+    counts_.told += number == 0 && told_ ? 1 : 0;
+    counts_.harmless += harmless && !told_ ? 1 : 0;
+  }
+
+  static void TearDownTestSuite() {
+    std::cout << "store operations failed: " << counts_.operations << ", of which "
+              << counts_.to_the_caller << " reached the caller, " << counts_.told
+              << " were told to the keeper, " << counts_.harmless << " changed nothing\n";
+  }
+
+  static inline Counts counts_;
+
+  bool told_ = false;  // whether the last call left something out and said so
   std::unique_ptr<Database> store_;
   FailurePlan plan_;
   FailingDatabase failing_;

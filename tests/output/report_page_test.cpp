@@ -35,7 +35,8 @@ AmountRows RowsOf(const std::vector<AmountRow>& rows) {
 class Writing {
  public:
   explicit Writing(Platform& platform) : platform_(platform), form_(platform) {
-    least_margin = SetUpReport(report, platform);
+    Unheard unheard;
+    least_margin = SetUpReport(report, platform, unheard);
   }
 
   void Write(const AmountTable& table, const ReportTitle& title, const AmountRows& rows,
@@ -116,7 +117,8 @@ TEST(SetUpReport, TakesThePrintersPage) {
   MeasuredPlatform platform;
   platform.page_width = 16838.5F;
   Document report;
-  EXPECT_EQ(SetUpReport(report, platform), 17228.5F);
+  Unheard unheard;
+  EXPECT_EQ(SetUpReport(report, platform, unheard), 17228.5F);
 }
 
 // ---- the whole of a report

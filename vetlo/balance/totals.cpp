@@ -19,7 +19,7 @@ class BalanceSum {
   void Add(Recordset& recAccount) {
     const std::int32_t lngAccountNumber = LongField(recAccount, "AccountNumber");
     // Where the balance cannot be had, that of the account before stays and counts again.
-    ResumeNext([&] {
+    ResumeNext(dbDov_, [&] {
       curBalance_ = Services().AccountBalanceOnDate(dbDov_, lngAccountNumber, dtmToDate_);
     });
     if (sign_ == Sign::kPositive && curBalance_ > Currency{}) {

@@ -59,6 +59,9 @@ Currency TotalBudgetOfDateRange(std::span<const Currency> cur, Date dtmFromDate,
 std::int32_t BudgetInForce(Database& dbDov) {
   ScopedRecordset rec(dbDov, "Budget", RecordsetType::kDynaset);
   rec->FindFirst("BudgetAttr=" + Str(kInForce));
+  if (rec->NoMatch()) {
+    throw NothingThere(FailureNumber::kNoCurrentRecord);
+  }
   const std::int32_t lngBudgetNumber = LongField(*rec, "BudgetNumber");
   rec.Close();
   return lngBudgetNumber;

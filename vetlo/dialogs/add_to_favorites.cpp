@@ -131,7 +131,7 @@ SettingsChange frmAddToFavorites::Favorite() const {
 
 void frmAddToFavorites::Save(SaveMode lngMode, std::int32_t number) {
   const SettingsChange change = Favorite();
-  const std::int32_t failure = SaveUnderHourglass(platform_.GetScreen(), [&] {
+  const std::int32_t failure = SaveUnderHourglass(platform_.GetScreen(), *dbDov, [&] {
     Services().SaveChartReportSubType(lngMode, *dbDov, *recChartReportSubType, number, change);
   });
   cancelled_ = failure != 0;

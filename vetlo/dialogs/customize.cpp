@@ -374,7 +374,7 @@ void frmCustomize::TellNotSaved() {
 }
 
 void frmCustomize::Save(const SettingsChange& change) {
-  const std::int32_t failure = SaveUnderHourglass(platform_.GetScreen(), [&] {
+  const std::int32_t failure = SaveUnderHourglass(platform_.GetScreen(), *dbDov, [&] {
     Services().SaveChartReportSubType(SaveMode::kChangeRow, *dbDov, *recChartReportSubType,
                                       lngChartReportSubTypeNumber, change);
   });

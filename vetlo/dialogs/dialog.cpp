@@ -15,10 +15,11 @@ void Refuse(Screen& screen, std::string_view message) {
   screen.MsgBox(message, MsgBoxButtons::kOkOnly, MsgBoxSymbol::kWarning);
 }
 
-std::int32_t SaveUnderHourglass(Screen& screen, const std::function<void()>& save) {
+std::int32_t SaveUnderHourglass(Screen& screen, Database& dbDov,
+                                const std::function<void()>& save) {
   const std::int32_t pointer = screen.MousePointer();
   screen.SetMousePointer(kHourglassPointer);
-  const std::int32_t failure = ResumeNext(save);
+  const std::int32_t failure = ResumeNext(dbDov, save);
   screen.SetMousePointer(pointer);
   return failure;
 }

@@ -17,7 +17,8 @@ bool SeekSettingsRow(Recordset& recChartReportSubType, std::int32_t lngChartRepo
 // Tells the user why something is refused.
 void Refuse(Screen& screen, std::string_view message);
 
-// Saves while the hourglass shows. The answer is the failure's number, 0 for success.
-std::int32_t SaveUnderHourglass(Screen& screen, const std::function<void()>& save);
+// Saves while the hourglass shows. The answer is the failure's number, 0 for success; the store
+// hears of the failure.
+std::int32_t SaveUnderHourglass(Screen& screen, Database& dbDov, const std::function<void()>& save);
 
 }  // namespace vetlo

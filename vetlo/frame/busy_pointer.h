@@ -1,6 +1,7 @@
 #pragma once
 
 #include "vetlo/platform/display.h"
+#include "vetlo/platform/failure.h"
 
 namespace vetlo {
 
@@ -8,7 +9,8 @@ namespace vetlo {
 // container. Nothing here fails: an object without a window shows the hourglass alone.
 class BusyPointer {
  public:
-  explicit BusyPointer(DisplayObject& target) : target_(target) {}
+  BusyPointer(DisplayObject& target, FailureListener& listener)
+      : target_(target), listener_(listener) {}
 
   // Saves what shows and shows the hourglass, the window first.
   void Show();
@@ -22,6 +24,7 @@ class BusyPointer {
   void WithWindow(const Action& action);
 
   DisplayObject& target_;
+  FailureListener& listener_;
   std::int32_t window_pointer_ = kDefaultPointer;
   std::int32_t target_pointer_ = kDefaultPointer;
 };

@@ -81,7 +81,7 @@ void ChartSeries(ReportCall& call, const Family& family) {
   Currency curTotal;
   const auto compute = [&] { curTotal = family.compute(call, rows); };
   const std::int32_t lngComputeError =
-      family.chart_guards_itself ? ResumeNext(compute) : call.Guard(compute);
+      family.chart_guards_itself ? ResumeNext(call.dbDov, compute) : call.Guard(compute);
   ChartWriter writer = call.Writer();
   if (lngComputeError == 0) {
     WriteSeries(writer, rows, ChartUnit::kMoney, locale);

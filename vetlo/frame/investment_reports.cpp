@@ -106,8 +106,9 @@ void ChartYieldByAccount(ReportCall& call) {
 // A routine of its own: what fails in it after computing is cleaned up after.
 void ChartYieldByType(ReportCall& call) {
   Yields yields;
-  const std::int32_t lngComputeError = ResumeNext(
-      [&] { YieldByType(call.dbDov, yields, ChartOrReport::kChart, call.platform.Locale()); });
+  const std::int32_t lngComputeError = ResumeNext(call.dbDov, [&] {
+    YieldByType(call.dbDov, yields, ChartOrReport::kChart, call.platform.Locale());
+  });
   WriteYieldChart(call, yields, lngComputeError == 0);
 }
 

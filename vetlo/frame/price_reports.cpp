@@ -146,7 +146,7 @@ void ReportAllPrices(ReportCall& call) {
 // up after.
 void ChartAllPrices(ReportCall& call) {
   PriceHistory history;
-  const std::int32_t lngComputeError = ResumeNext([&] { ComputeAll(call, history); });
+  const std::int32_t lngComputeError = ResumeNext(call.dbDov, [&] { ComputeAll(call, history); });
   ChartWriter writer = call.Writer();
   if (lngComputeError == 0) {
     WriteChart(call, writer, history, history.strItems);

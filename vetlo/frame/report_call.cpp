@@ -36,7 +36,9 @@ bool LookUpTables::Find(LookUpTable table, std::int32_t number) {
 
 std::optional<std::int32_t> ReportCall::NumberIn(const Variant& varParameter) {
   std::optional<std::int32_t> number;
-  Guard([&] { number = ToLong(varParameter); });
+  // That it is none is the answer.
+  ResumeNext([&] { number = ToLong(varParameter); });
+  blnCleanUpArmed = false;
   return number;
 }
 

@@ -79,9 +79,9 @@ struct ReportCall {
   }
 
   // Runs a computing piece of a case: its failure number is handed back, and none after it is
-  // cleaned up after.
+  // cleaned up after. The store hears of the failure.
   std::int32_t Guard(const std::function<void()>& compute) {
-    const std::int32_t lngComputeError = ResumeNext(compute);
+    const std::int32_t lngComputeError = ResumeNext(dbDov, compute);
     blnCleanUpArmed = false;
     return lngComputeError;
   }

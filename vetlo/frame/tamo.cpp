@@ -22,7 +22,7 @@ namespace {
 // Every field is needed: one that is Null fails.
 SettingsRow ReadRow(Recordset& rec) {
   SettingsRow row;
-  row.blnLegend = ToBoolean(rec.Fields("Legend"));
+  row.blnLegend = BooleanField(rec, "Legend");
   row.ChartOrReportType = LongField(rec, "ChartOrReportType");
   row.ChartReportSubTypeAttr = LongField(rec, "ChartReportSubTypeAttr");
   row.ChartType = LongField(rec, "ChartType");
@@ -178,10 +178,10 @@ bool clsTamo::ShowChartReport(Database& dbDov, Recordset& recChartReportSubType,
     return false;
   }
   const bool chart = target == objChart;
-  BusyPointer pointer(*target);
+  BusyPointer pointer(*target, dbDov);
   pointer.Show();
   if (chart) {
-    ResumeNext([this] { platform_.DoEvents(); });
+    ResumeNext(dbDov, [this] { platform_.DoEvents(); });
   }
 
   LookUpTables tables;
@@ -201,13 +201,14 @@ bool clsTamo::ShowChartReport(Database& dbDov, Recordset& recChartReportSubType,
     if (!call.blnCleanUpArmed) {
       throw;
     }
+    ResumeNext(dbDov, [] { throw; });
   }
   tables.Close();
   pointer.Restore();
   if (chart) {
     // Hidden and shown again, the control draws itself anew.
-    ResumeNext([&] { target->SetVisible(false); });
-    ResumeNext([&] { target->SetVisible(true); });
+    ResumeNext(dbDov, [&] { target->SetVisible(false); });
+    ResumeNext(dbDov, [&] { target->SetVisible(true); });
   }
   return false;
 }
@@ -221,7 +222,7 @@ void clsTamo::Draw(ReportCall& call, DisplayObject* other) {
     DrawChart(call);
     call.objChart->SetRepaint(true);
   } else {
-    call.sngMinRightMargin = SetUpReport(*call.objReport, platform_);
+    call.sngMinRightMargin = SetUpReport(*call.objReport, platform_, call.dbDov);
     DrawReport(call);
     call.objReport->SetLocked(true);
     call.objReport->SetVisible(true);

@@ -12,7 +12,7 @@
 namespace vetlo {
 namespace {
 
-[[noreturn]] void RaiseNothing() { throw Failure(FailureNumber::kNothingToShow); }
+[[noreturn]] void RaiseNothing() { throw NothingThere(FailureNumber::kNothingToShow); }
 
 std::int32_t ChartedPriceType(Database& dbDov) {
   ScopedRecordset rec(dbDov, "PriceType", RecordsetType::kDynaset);

@@ -22,7 +22,8 @@ void AddWorthOfItem(Database& dbDov, Recordset& recAccount, std::int32_t item, s
     }
     const std::int32_t account = LongField(rec, "AccountNumber");
     // An account without the item fails here and adds nothing.
-    ResumeNext([&] { curTotal += CCur(Services().QuantityHeld(dbDov, account, item) * dblPrice); });
+    ResumeNext(dbDov,
+               [&] { curTotal += CCur(Services().QuantityHeld(dbDov, account, item) * dblPrice); });
   });
 }
 
@@ -31,7 +32,7 @@ void AddWorthOfItem(Database& dbDov, Recordset& recAccount, std::int32_t item, s
 Holding HeldInAccount(Database& dbDov, std::int32_t lngAccountNumber,
                       std::int32_t lngAccountItemNumber) {
   Holding holding;
-  holding.blnHeld = ResumeNext([&] {
+  holding.blnHeld = ResumeNext(dbDov, [&] {
                       holding.dblQuantity =
                           Services().QuantityHeld(dbDov, lngAccountNumber, lngAccountItemNumber);
                     }) == 0;
@@ -48,12 +49,13 @@ Holding HeldInAllAccounts(Database& dbDov, std::int32_t lngAccountItemNumber) {
   return all;
 }
 
-LatestPrices::LatestPrices(Database& dbDov) : rec_(dbDov, "LatestPriceInfo") {
+LatestPrices::LatestPrices(Database& dbDov) : dbDov_(dbDov), rec_(dbDov, "LatestPriceInfo") {
   rec_->SetIndex(kPrimaryIndex);
 }
 
 double LatestPrices::Of(std::int32_t lngAccountItemNumber) {
-  ResumeNext([&] { dblPrice_ = Services().LatestPriceOfItem(*rec_, lngAccountItemNumber); });
+  ResumeNext(dbDov_,
+             [&] { dblPrice_ = Services().LatestPriceOfItem(*rec_, lngAccountItemNumber); });
   return dblPrice_;
 }
 

@@ -29,6 +29,7 @@ class LatestPrices {
   [[nodiscard]] bool AreThere() { return rec_->RecordCount() > 0; }
 
  private:
+  Database& dbDov_;
   ScopedRecordset rec_;
   double dblPrice_ = 0;
 };

@@ -49,19 +49,21 @@ struct Amounts {
   [[nodiscard]] double Percent() const { return ToDouble(GainLoss()) / ToDouble(curCost) * 100; }
 
   // Through Currency; 0 where nothing went in, or where the yield is past all bounds.
-  [[nodiscard]] Currency RoundedPercent() const {
+  [[nodiscard]] Currency RoundedPercent(FailureListener& listener) const {
     Currency curYield;
     if (HasCost()) {
-      ResumeNext([&] { curYield = CCur(Percent()); });
+      ResumeNext(listener, [&] { curYield = CCur(Percent()); });
     }
     return curYield;
   }
 };
 
-YieldRow RowOf(const std::string& name, const Amounts& amounts, const NumberLocale& locale) {
+YieldRow RowOf(const std::string& name, const Amounts& amounts, const NumberLocale& locale,
+               FailureListener& listener) {
   YieldRow row{name, Format(amounts.GainLoss(), kAmountPicture, locale), ""};
   if (amounts.HasCost()) {
-    ResumeNext([&] { row.strYield = Format(amounts.Percent(), kAmountPicture, locale) + "%"; });
+    ResumeNext(listener,
+               [&] { row.strYield = Format(amounts.Percent(), kAmountPicture, locale) + "%"; });
   }
   return row;
 }
@@ -69,20 +71,20 @@ YieldRow RowOf(const std::string& name, const Amounts& amounts, const NumberLoca
 // The rows of one account or type: its head before its first row, its total behind its last.
 class Section {
  public:
-  Section(Yields& yields, bool for_report, const NumberLocale& locale)
-      : yields_(yields), for_report_(for_report), locale_(locale) {}
+  Section(Yields& yields, bool for_report, const NumberLocale& locale, FailureListener& listener)
+      : yields_(yields), for_report_(for_report), locale_(locale), listener_(listener) {}
 
   // The head stands also where the item's value then fails.
   void AddItem(const std::string& head, const std::string& name, const Holding& holding,
                double dblPrice, Amounts& amounts) {
     AddHeadOnce(head);
     amounts.curValue = CCur(holding.dblQuantity * dblPrice);
-    yields_.report.Add(RowOf(name, amounts, locale_));
+    yields_.report.Add(RowOf(name, amounts, locale_, listener_));
   }
 
   void Finish(const std::string& head, const std::string& chart_label, const Amounts& amounts) {
     if (!for_report_) {
-      const Currency curYield = amounts.RoundedPercent();
+      const Currency curYield = amounts.RoundedPercent(listener_);
       if (curYield != Currency{}) {
         yields_.chart.Add(curYield, chart_label);
       }
@@ -93,7 +95,7 @@ class Section {
     }
     AddHeadOnce(head);
     yields_.report.Add({});
-    yields_.report.Add(RowOf("Total " + head, amounts, locale_));
+    yields_.report.Add(RowOf("Total " + head, amounts, locale_, listener_));
     yields_.report.Add({});
   }
 
@@ -108,6 +110,7 @@ class Section {
   Yields& yields_;
   bool for_report_;
   const NumberLocale& locale_;
+  FailureListener& listener_;
   bool open_ = false;
 };
 
@@ -120,16 +123,16 @@ Amounts AmountsOfAll(Database& dbDov) {
 }
 
 // The gain or loss of all.
-Currency StartWith(Yields& yields, const Amounts& all) {
+Currency StartWith(Yields& yields, const Amounts& all, FailureListener& listener) {
   const Currency curTotalGainLoss = all.GainLoss();
-  yields.curTotalYield = all.RoundedPercent();
+  yields.curTotalYield = all.RoundedPercent(listener);
   yields.Start();
   return curTotalGainLoss;
 }
 
 // A sum that fails leaves in its place what was there before.
-void Keep(Currency& curSum, const std::function<Currency()>& sum) {
-  ResumeNext([&] { curSum = sum(); });
+void Keep(FailureListener& listener, Currency& curSum, const std::function<Currency()>& sum) {
+  ResumeNext(listener, [&] { curSum = sum(); });
 }
 
 // True for an item that is not held and never was traded.
@@ -144,8 +147,9 @@ void ListItemsOfAccount(Database& dbDov, std::int32_t account, const std::string
     const std::int32_t item = LongField(rec, "AccountItemNumber");
     const Holding holding = HeldInAccount(dbDov, account, item);
     const double dblPrice = prices.Of(item);
-    Keep(amounts.curReturn, [&] { return SumOfItemInAccount(dbDov, kReturn, account, item); });
-    Keep(amounts.curCost, [&] { return SumOfItemInAccount(dbDov, kCost, account, item); });
+    Keep(dbDov, amounts.curReturn,
+         [&] { return SumOfItemInAccount(dbDov, kReturn, account, item); });
+    Keep(dbDov, amounts.curCost, [&] { return SumOfItemInAccount(dbDov, kCost, account, item); });
     if (IsUntouched(holding, amounts) || !for_report) {
       return;
     }
@@ -159,8 +163,8 @@ void ListItemsOfType(Database& dbDov, std::int32_t type, const std::string& head
     const std::int32_t item = LongField(rec, "AccountItemNumber");
     const Holding holding = HeldInAllAccounts(dbDov, item);
     const double dblPrice = prices.Of(item);
-    Keep(amounts.curReturn, [&] { return SumOfItem(dbDov, kReturn, item); });
-    Keep(amounts.curCost, [&] { return SumOfItem(dbDov, kCost, item); });
+    Keep(dbDov, amounts.curReturn, [&] { return SumOfItem(dbDov, kReturn, item); });
+    Keep(dbDov, amounts.curCost, [&] { return SumOfItem(dbDov, kCost, item); });
     if (IsUntouched(holding, amounts)) {
       return;
     }
@@ -210,11 +214,11 @@ Currency YieldByAccount(Database& dbDov, Yields& yields, ChartOrReport lngChartO
   LatestPrices prices(dbDov);
   recAccount->SetIndex(kPrimaryIndex);
   Amounts amounts = AmountsOfAll(dbDov);
-  const Currency curTotalGainLoss = StartWith(yields, amounts);
+  const Currency curTotalGainLoss = StartWith(yields, amounts, dbDov);
   ForEachRowOf(dbDov, InvestmentAccountsText(), [&](Recordset& rec) {
     const std::int32_t account = LongField(rec, "AccountNumber");
     const std::string name = TextField(rec, "AccountName");
-    Section section(yields, for_report, locale);
+    Section section(yields, for_report, locale, dbDov);
     ListItemsOfAccount(dbDov, account, name, prices, amounts, for_report, section);
     recAccount->Seek("=", account);
     amounts.curValue = CurrencyField(*recAccount, "Balance");
@@ -230,7 +234,7 @@ Currency YieldByType(Database& dbDov, Yields& yields, ChartOrReport lngChartOrRe
                      const NumberLocale& locale) {
   const bool for_report = lngChartOrReportType == ChartOrReport::kReport;
   LatestPrices prices(dbDov);
-  const Currency curTotalGainLoss = StartWith(yields, AmountsOfAll(dbDov));
+  const Currency curTotalGainLoss = StartWith(yields, AmountsOfAll(dbDov), dbDov);
   Amounts item_amounts;
   ForEachRowOf(dbDov, InvestmentTypesText(), [&](Recordset& rec) {
     const std::int32_t type = LongField(rec, "AccountItemTypeNumber");
@@ -239,7 +243,7 @@ Currency YieldByType(Database& dbDov, Yields& yields, ChartOrReport lngChartOrRe
     amounts.curValue = TotalValueOfItemType(dbDov, type);
     amounts.curReturn = SumOfItemType(dbDov, kReturn, type);
     amounts.curCost = SumOfItemType(dbDov, kCost, type);
-    Section section(yields, for_report, locale);
+    Section section(yields, for_report, locale, dbDov);
     if (for_report) {
       ListItemsOfType(dbDov, type, head, prices, item_amounts, section);
     }

@@ -89,9 +89,9 @@ std::string RightAlignToWidth(float sngWidth, std::string_view strText, const Pi
   return Repeated(CountToFill(sngWidth - lngText, lngSpace), ' ') + std::string(strText);
 }
 
-float SetUpReport(ReportObject& report, Platform& platform) {
+float SetUpReport(ReportObject& report, Platform& platform, FailureListener& listener) {
   float sngPageWidth = kPageWidthWithoutPrinter;
-  ResumeNext([&] { sngPageWidth = platform.PrinterPageWidth(); });
+  ResumeNext(listener, [&] { sngPageWidth = platform.PrinterPageWidth(); });
   report.SetLocked(false);
   report.SetText("");
   report.SetSelIndent(0.5F * kTwipsPerCentimetre);

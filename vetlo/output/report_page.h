@@ -96,7 +96,7 @@ class ReportPage {
 
 // Prepares a document for a report: unlocked, empty, its indents set. The result is the least
 // right margin, from the printer's page.
-float SetUpReport(ReportObject& report, Platform& platform);
+float SetUpReport(ReportObject& report, Platform& platform, FailureListener& listener);
 
 // Which rows of a table are written as data.
 enum class RowRule {

@@ -36,7 +36,7 @@ class GrowingArray {
   // the array stays as it is.
   void Close() {
     if (elements_.size() <= 1) {
-      throw Failure(FailureNumber::kSubscriptOutOfRange);
+      throw NothingThere(FailureNumber::kSubscriptOutOfRange);
     }
     elements_.pop_back();
   }

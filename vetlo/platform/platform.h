@@ -21,7 +21,8 @@ class Platform {
   virtual Date Now() = 0;
   // Lets the windowing system repaint and take input once.
   virtual void DoEvents() = 0;
-  // The width of the current printer's page in twips; fails with kNoPrinter where there is none.
+  // The width of the current printer's page in twips; where there is none it fails with a
+  // NothingThere of kNoPrinter.
   virtual float PrinterPageWidth() = 0;
   // A measuring surface in the default font.
   virtual std::unique_ptr<PictureBox> NewPictureBox() = 0;

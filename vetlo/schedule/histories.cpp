@@ -76,7 +76,7 @@ void MonthHistory(Database& dbDov, const HistorySubject& subject, Date dtmFromDa
   recAccount->SetIndex(kPrimaryIndex);
   ScopedRecordset recRecords(dbDov, TextOf(subject, dtmFromDate, dtmToDate));
   if (recRecords->Bof() && recRecords->Eof()) {
-    throw Failure(FailureNumber::kNothingToShow);
+    throw NothingThere(FailureNumber::kNothingToShow);
   }
   const SignRule& rule = subject.kind == Kind::kPayee ? kPayeeRule : kCashRule;
   CalendarDay month;

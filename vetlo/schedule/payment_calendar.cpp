@@ -66,9 +66,9 @@ struct Movement {
 // An investment's account shows where its money comes from.
 Movement MovementOf(Recordset& rec, Names& names) {
   Movement movement{CurrencyField(rec, "Total"), false, ""};
-  const Variant account = rec.Fields("AccountNumber");
+  const std::int32_t account = LongField(rec, "AccountNumber");
   const std::int32_t transaction_type = LongField(rec, "TransactionType");
-  names.account->Seek("=", ToLong(account));
+  names.account->Seek("=", account);
   const std::int32_t account_type = LongField(*names.account, "AccountType");
   const auto type = Services().AccountTypeInfo(account_type);
   if (type.Has(AccountAttrCashFlow)) {

@@ -88,13 +88,13 @@ struct AccountFacts {
   bool holds_items = false;
 };
 
-// Fails with this failure where there is no such account.
-AccountFacts FindAccount(Database& store, std::int32_t account, FailureNumber failure) {
+// Nothing where there is no such account.
+std::optional<AccountFacts> FindAccount(Database& store, std::int32_t account) {
   const auto rec = store.OpenRecordset("Account");
   rec->SetIndex(kPrimaryIndex);
   rec->Seek("=", account);
   if (rec->NoMatch()) {
-    throw Failure(failure);
+    return std::nullopt;
   }
   const auto type = Services().AccountTypeInfo(LongField(*rec, "AccountType"));
   const AccountFacts facts{CurrencyField(*rec, "OpeningBalance"), type.Has(AccountAttrFund)};
@@ -243,7 +243,7 @@ DateSpan ClosedSpan(DateSpan asked, const std::vector<CashMovement>& movements) 
   const bool open_start = asked.from == Services().EarliestDate();
   const bool open_end = asked.to == Services().LatestDate();
   if (movements.empty() && open_start && open_end) {
-    throw Failure(FailureNumber::kNothingToShow);
+    throw NothingThere(FailureNumber::kNothingToShow);
   }
   DateSpan span{DayOf(asked.from), DayOf(asked.to)};
   if (open_start) {
@@ -253,7 +253,7 @@ DateSpan ClosedSpan(DateSpan asked, const std::vector<CashMovement>& movements) 
     span.to = movements.empty() ? span.from : DayOf(movements.back().date);
   }
   if (span.from > span.to) {
-    throw Failure(FailureNumber::kNothingToShow);
+    throw NothingThere(FailureNumber::kNothingToShow);
   }
   return span;
 }
@@ -263,16 +263,19 @@ DateSpan ClosedSpan(DateSpan asked, const std::vector<CashMovement>& movements) 
 Currency CommonServices::AccountBalanceOnDate(Database& dbDov, std::int32_t lngAccountNumber,
                                               Date dtmDate) const {
   Database& store = dbDov.Unobserved();
-  const AccountFacts account =
-      FindAccount(store, lngAccountNumber, FailureNumber::kNoCurrentRecord);
-  Currency balance = account.opening_balance;
+  const std::optional<AccountFacts> account = FindAccount(store, lngAccountNumber);
+  if (!account) {
+    throw Failure(FailureNumber::kNoCurrentRecord,
+                  "there is no account " + std::to_string(lngAccountNumber) + std::string(kMendIt));
+  }
+  Currency balance = account->opening_balance;
   for (const End end : kBothEnds) {
     ForEachRowOf(store,
                  MovementsText(lngAccountNumber, end) + UpToTheEndOf("TransactionDate", dtmDate) +
                      std::string(kCounted),
                  [&](Recordset& rec) { balance += CashChange(rec, end); });
   }
-  if (account.holds_items) {
+  if (account->holds_items) {
     balance += ValueOn(store, UnitsMovements(store, lngAccountNumber, dtmDate),
                        DefaultPriceType(store), dtmDate);
   }
@@ -283,19 +286,22 @@ void CommonServices::BalanceHistory(Database& dbDov, std::int32_t lngAccountNumb
                                     Date dtmFromDate, Date dtmToDate, AmountMatrix& matrix,
                                     ItemLabels& labels) const {
   Database& store = dbDov.Unobserved();
-  const AccountFacts account = FindAccount(store, lngAccountNumber, FailureNumber::kNothingToShow);
+  const std::optional<AccountFacts> account = FindAccount(store, lngAccountNumber);
+  if (!account) {
+    throw NothingThere(FailureNumber::kNothingToShow);
+  }
   const std::vector<CashMovement> cash = CashMovements(store, lngAccountNumber);
   const DateSpan span = ClosedSpan({dtmFromDate, dtmToDate}, cash);
   const std::vector<Date> points = PointsBetween(span.from, span.to);
   std::vector<UnitsMovement> units;
   std::optional<std::int32_t> price_type;
-  if (account.holds_items) {
+  if (account->holds_items) {
     units = UnitsMovements(store, lngAccountNumber, span.to);
     price_type = DefaultPriceType(store);
   }
   AmountMatrix balances(1, points.size());
   std::vector<std::string> texts;
-  Currency balance = account.opening_balance;
+  Currency balance = account->opening_balance;
   auto next = cash.begin();
   for (const Date point : points) {
     for (; next != cash.end() && next->date.days < point.days + 1; ++next) {
@@ -318,7 +324,7 @@ double CommonServices::QuantityHeld(Database& dbDov, std::int32_t lngAccountNumb
                    " ORDER BY TransactionRecordNumber",
                [&](Recordset& rec) { units += UnitsChange(rec); });
   if (std::fabs(units) < kLeastHolding) {
-    throw Failure(FailureNumber::kNoCurrentRecord);
+    throw NothingThere(FailureNumber::kNoCurrentRecord);
   }
   return units;
 }

@@ -109,6 +109,9 @@ std::int32_t CommonServices::FieldMaxLength(std::string_view strTable,
 double CommonServices::LatestPriceOfItem(Recordset& recLatestPriceInfo,
                                          std::int32_t lngAccountItemNumber) const {
   recLatestPriceInfo.Seek("=", lngAccountItemNumber);
+  if (recLatestPriceInfo.NoMatch()) {
+    throw NothingThere(FailureNumber::kNoCurrentRecord);
+  }
   return DoubleField(recLatestPriceInfo, "Price");
 }
 

@@ -1,5 +1,6 @@
 #include "vetlo/services/date_range.h"
 
+#include "vetlo/platform/failure.h"
 #include "vetlo/services/catalogue_of_defaults.h"
 #include "vetlo/services/common_services.h"
 
@@ -11,6 +12,18 @@ Date DayBefore(Date date) { return Date{date.days - 1}; }
 Date StoredDateOr(Date open_end, Recordset& rec, std::string_view field) {
   const Variant value = rec.Fields(field);
   return IsNull(value) ? open_end : ToDate(value);
+}
+
+// The same range; its failure says what it is about.
+ResolvedRange ComputedWithinCalendar(std::int32_t lngDateRangeType,
+                                     std::int32_t lngDateRangeExtInfo, Date dtmToday) {
+  try {
+    return ComputedDateRange(lngDateRangeType, lngDateRangeExtInfo, dtmToday);
+  } catch (const Failure& failure) {
+    throw Failure(static_cast<FailureNumber>(failure.number()),
+                  "the date range leaves the calendar, which has the years 100 to 9999; choose "
+                  "a smaller number or other dates");
+  }
 }
 
 }  // namespace
@@ -64,7 +77,7 @@ ResolvedRange ComputedDateRange(std::int32_t lngDateRangeType, std::int32_t lngD
 
 ResolvedRange ResolveDateRange(std::int32_t lngDateRangeType, std::int32_t lngDateRangeExtInfo,
                                Date dtmToday, Recordset& recChartReportSubType) {
-  ResolvedRange range = ComputedDateRange(lngDateRangeType, lngDateRangeExtInfo, dtmToday);
+  ResolvedRange range = ComputedWithinCalendar(lngDateRangeType, lngDateRangeExtInfo, dtmToday);
   const DateRangeFacts* const facts = Services().DateRangeInfo(lngDateRangeType);
   if (facts != nullptr && facts->start_editable) {
     range.dtmFromDate = StoredDateOr(range.dtmFromDate, recChartReportSubType, "FromDate");

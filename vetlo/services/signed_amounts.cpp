@@ -45,7 +45,9 @@ Currency SignedAmount(Recordset& rec, Recordset& recAccount, const SignRule& rul
   const Currency curAmount = CurrencyField(rec, "Total");
   const Variant account = rec.Fields("AccountNumber");
   if (IsNull(account)) {
-    throw Failure(FailureNumber::kNothingToShow);
+    throw Failure(
+        FailureNumber::kNothingToShow,
+        "a record names no account: " + rec.PlaceOf("AccountNumber") + std::string(kMendIt));
   }
   const std::int32_t account_type = TypeOfAccount(recAccount, account);
   const AccountTypeFacts facts = Services().AccountTypeInfo(account_type);

@@ -6,27 +6,46 @@
 
 namespace vetlo {
 
+namespace {
+
+template <typename Convert>
+auto Converted(Recordset& rec, std::string_view strName, const Convert& convert) {
+  const Variant value = rec.Fields(strName);
+  try {
+    return convert(value);
+  } catch (const Failure& failure) {
+    throw Failure(static_cast<FailureNumber>(failure.number()),
+                  failure.what() + (": " + rec.PlaceOf(strName)) + std::string(kMendIt));
+  }
+}
+
+}  // namespace
+
 std::int32_t LongField(Recordset& rec, std::string_view strName) {
-  return ToLong(rec.Fields(strName));
+  return Converted(rec, strName, ToLong);
+}
+
+bool BooleanField(Recordset& rec, std::string_view strName) {
+  return Converted(rec, strName, ToBoolean);
 }
 
 Currency CurrencyField(Recordset& rec, std::string_view strName) {
-  return ToCurrency(rec.Fields(strName));
+  return Converted(rec, strName, ToCurrency);
 }
 
-Date DateField(Recordset& rec, std::string_view strName) { return ToDate(rec.Fields(strName)); }
+Date DateField(Recordset& rec, std::string_view strName) { return Converted(rec, strName, ToDate); }
 
 double DoubleField(Recordset& rec, std::string_view strName) {
-  return ToDouble(rec.Fields(strName));
+  return Converted(rec, strName, static_cast<double (*)(const Variant&)>(ToDouble));
 }
 
 std::string TextField(Recordset& rec, std::string_view strName) {
-  return ToText(rec.Fields(strName));
+  return Converted(rec, strName, ToText);
 }
 
 std::string TextFieldOrEmpty(Recordset& rec, std::string_view strName) {
-  const Variant value = rec.Fields(strName);
-  return IsNull(value) ? "" : ToText(value);
+  return Converted(rec, strName,
+                   [](const Variant& value) { return IsNull(value) ? "" : ToText(value); });
 }
 
 void ForEachRow(Recordset& rec, const std::function<void(Recordset&)>& visit) {
@@ -49,6 +68,7 @@ void ForEachRowOf(Database& dbDov, std::string_view strSource,
 
 ScopedRecordset::~ScopedRecordset() {
   if (rec_ != nullptr) {
+    // What made it go is told by whoever hears of that.
     ResumeNext([this] { rec_->Close(); });
   }
 }

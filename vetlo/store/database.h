@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "vetlo/platform/failure.h"
 #include "vetlo/platform/variant.h"
 
 namespace vetlo {
@@ -51,6 +52,10 @@ class Recordset {
   // where the store holds a value that is none of the column's type.
   virtual Variant Fields(std::string_view strName) = 0;
 
+  // Where a column of the current row stands, for a user to find it: "Account.Balance, row 3", or
+  // as much of that as is known.
+  virtual std::string PlaceOf(std::string_view strName) { return std::string(strName); }
+
   // Changing a table, one row at a time: AddNew or Edit, SetField for each value, Update. Nothing
   // reaches the store before Update. Only on a table recordset of a store open for writing.
   virtual void AddNew() = 0;
@@ -71,9 +76,19 @@ class Recordset {
 enum class RecordsetType : std::int32_t { kByDefault = 0, kDynaset = 2 };
 
 // An open store. The host owns it and keeps it alive while any of its recordsets is.
-class Database {
+//
+// It hears of each failure that a routine working on it goes on after, because such a failure
+// leaves out of a figure what cannot be had. A store keeps quiet about that; a host that wants to
+// know wraps it (vetlo/host/kept_store.h).
+class Database : public FailureListener {
  public:
+  Database() = default;
   virtual ~Database() = default;
+  // A wrapper around a wrapper is no copy of it.
+  Database(const Database&) = delete;
+  Database& operator=(const Database&) = delete;
+
+  void OnFailure(std::int32_t, const char*) noexcept override {}
 
   // Opens a table by its name, in the order of its key, or an SQL text of the dialect: SELECT with
   // `*`, `T1.*`, columns, DISTINCT, SUM(x) AS y; several tables with aliases, joined in WHERE;
@@ -133,8 +148,10 @@ class Transaction {
   Database* database_;
 };
 
-// The value of a column as the type that the column has. Null fails with kInvalidUseOfNull.
+// The value of a column as the type that the column has. Null fails with kInvalidUseOfNull. What
+// does not convert fails with a text that tells where it stands.
 std::int32_t LongField(Recordset& rec, std::string_view strName);
+bool BooleanField(Recordset& rec, std::string_view strName);
 Currency CurrencyField(Recordset& rec, std::string_view strName);
 Date DateField(Recordset& rec, std::string_view strName);
 double DoubleField(Recordset& rec, std::string_view strName);
@@ -170,5 +187,8 @@ void ForEachRowOf(Database& dbDov, std::string_view strSource,
                   const std::function<void(Recordset&)>& visit);
 
 inline constexpr std::string_view kPrimaryIndex = "PrimaryIndex";
+
+// What a user can do about a value that is not as it should be.
+inline constexpr std::string_view kMendIt = "; mend it or restore the store from a copy";
 
 }  // namespace vetlo

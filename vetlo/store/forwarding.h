@@ -28,6 +28,7 @@ class ForwardingRecordset : public Recordset {
   void FindFirst(std::string_view strCriteria) override { Rows().FindFirst(strCriteria); }
   bool NoMatch() override { return Rows().NoMatch(); }
   Variant Fields(std::string_view strName) override { return Rows().Fields(strName); }
+  std::string PlaceOf(std::string_view strName) override { return Rows().PlaceOf(strName); }
   void AddNew() override { Rows().AddNew(); }
   void Edit() override { Rows().Edit(); }
   void SetField(std::string_view strName, const Variant& value) override {
@@ -59,6 +60,9 @@ class ForwardingDatabase : public Database {
   void BeginTrans() override { store_.BeginTrans(); }
   void CommitTrans() override { store_.CommitTrans(); }
   void Rollback() noexcept override { store_.Rollback(); }
+  void OnFailure(std::int32_t number, const char* text) noexcept override {
+    store_.OnFailure(number, text);
+  }
 
  protected:
   [[nodiscard]] Database& Store() { return store_; }

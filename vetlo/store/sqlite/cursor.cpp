@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "vetlo/platform/failure.h"
+#include "vetlo/store/database.h"
 
 namespace vetlo {
 namespace {
@@ -88,7 +88,25 @@ Variant Shape::LookUp(std::size_t column, std::int64_t rowid) {
   if (!statement.Step()) {
     RaiseNoRow();
   }
-  return statement.Value(0, wanted.type);
+  try {
+    return statement.Value(0, wanted.type);
+  } catch (const Failure& failure) {
+    RaiseUnreadable(failure, column, rowid);
+  }
+}
+
+void Shape::RaiseUnreadable(const Failure& failure, std::size_t column, std::int64_t rowid) const {
+  throw Failure(static_cast<FailureNumber>(failure.number()),
+                failure.what() + (": " + PlaceOf(column, rowid)) + std::string(kMendIt));
+}
+
+std::string Shape::PlaceOf(std::size_t column, std::int64_t rowid) const {
+  const SelectColumn& place = plan_.columns[column];
+  if (!plan_.IsPlain()) {
+    return place.name;
+  }
+  return std::string(plan_.sources[place.source].table->name) + "." +
+         std::string(place.column->name) + ", row " + std::to_string(rowid);
 }
 
 bool Cursor::OnRow() {
@@ -150,9 +168,21 @@ Variant Cursor::Value(std::size_t column) {
   read_ |= Bit(column);
   const int position = select_->positions[column];
   if (position < 0) {
-    return shape_.LookUp(column, RowId(shape_.plan().columns[column].source));
+    return shape_.LookUp(column, RowIdOfColumn(column));
   }
-  return select_->statement.Value(position, shape_.plan().columns[column].type);
+  try {
+    return select_->statement.Value(position, shape_.plan().columns[column].type);
+  } catch (const Failure& failure) {
+    shape_.RaiseUnreadable(failure, column, RowIdOfColumn(column));
+  }
+}
+
+std::string Cursor::PlaceOf(std::size_t column) {
+  return shape_.PlaceOf(column, OnRow() ? RowIdOfColumn(column) : 0);
+}
+
+std::int64_t Cursor::RowIdOfColumn(std::size_t column) {
+  return shape_.plan().IsPlain() ? RowId(shape_.plan().columns[column].source) : 0;
 }
 
 std::int64_t Cursor::RowId(std::size_t source) {

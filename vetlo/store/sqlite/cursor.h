@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "vetlo/platform/failure.h"
 #include "vetlo/store/sqlite/connection.h"
 #include "vetlo/store/sqlite/select_text.h"
 
@@ -49,6 +50,12 @@ class Shape {
   // One column of a row of a source, found by its rowid.
   Variant LookUp(std::size_t column, std::int64_t rowid);
 
+  // Raises the failure of a column that could not be read, with where it stands in its text.
+  [[noreturn]] void RaiseUnreadable(const Failure& failure, std::size_t column,
+                                    std::int64_t rowid) const;
+  // "Account.Balance, row 3"; of a sum, which has no row, its name.
+  [[nodiscard]] std::string PlaceOf(std::size_t column, std::int64_t rowid) const;
+
  private:
   SelectPlan plan_;
   sqlite3* handle_;
@@ -77,6 +84,7 @@ class Cursor {
   void MoveNext();
   void MoveLast();
   Variant Value(std::size_t column);
+  [[nodiscard]] std::string PlaceOf(std::size_t column);
   // The number of the current row in a source; only in a plain plan.
   std::int64_t RowId(std::size_t source);
 
@@ -91,6 +99,8 @@ class Cursor {
   bool NarrowToLearned();
   void SkipShownRows();
   [[nodiscard]] std::vector<std::int64_t> RowIds();
+  // That of the row which a column comes from; 0 for a column of several rows together.
+  std::int64_t RowIdOfColumn(std::size_t column);
 
   Shape& shape_;
   std::vector<StoredValue> values_;

@@ -13,6 +13,10 @@ Variant QueryRecordset::Fields(std::string_view strName) {
   return Rows().Value(shape_.ColumnNamed(strName));
 }
 
+std::string QueryRecordset::PlaceOf(std::string_view strName) {
+  return Rows().PlaceOf(shape_.ColumnNamed(strName));
+}
+
 std::int32_t QueryRecordset::RecordCount() { NotForTexts(); }
 void QueryRecordset::SetIndex(std::string_view) { NotForTexts(); }
 void QueryRecordset::SeekKey(std::string_view, std::span<const Variant>) { NotForTexts(); }

@@ -41,7 +41,7 @@ void TableRecordset::MoveFirst() {
 void TableRecordset::MoveNext() {
   RequireOpen();
   if (position_ == Position::kNowhere) {
-    throw Failure(FailureNumber::kNoCurrentRecord);
+    RaiseNoRow();
   }
   if (position_ == Position::kOnSoughtRow) {
     WalkToSoughtRow();
@@ -73,6 +73,7 @@ void TableRecordset::SeekKey(std::string_view strComparison, std::span<const Var
   Require(indexed_ && strComparison == "=" && !keys.empty() &&
           keys.size() <= static_cast<std::size_t>(table_.key_columns));
   const auto* const number = std::get_if<std::int32_t>(&keys[0]);
+  missed_ = number != nullptr ? std::optional(*number) : std::nullopt;
   const bool keeps = number != nullptr && keys.size() == 1 && database_->SnapshotNumber() != 0;
   if (keeps && StandOnKnown(*number)) {
     return;
@@ -90,6 +91,7 @@ void TableRecordset::SeekKey(std::string_view strComparison, std::span<const Var
 void TableRecordset::FindFirst(std::string_view strCriteria) {
   RequireOpen();
   Require(type_ == RecordsetType::kDynaset);
+  missed_.reset();
   const ShapedText text =
       ShapeOf("SELECT * FROM " + std::string(table_.name) + " WHERE " + std::string(strCriteria));
   StandOn(database_->ShapeFor(text.shape), text.values);
@@ -111,7 +113,12 @@ Variant TableRecordset::Fields(std::string_view strName) {
     case Position::kNowhere:
       break;
   }
-  throw Failure(FailureNumber::kNoCurrentRecord);
+  RaiseNoRow();
+}
+
+std::string TableRecordset::PlaceOf(std::string_view strName) {
+  const std::size_t column = shapes_.rows->ColumnNamed(strName);
+  return shapes_.rows->PlaceOf(column, CurrentRowId());
 }
 
 void TableRecordset::AddNew() {
@@ -290,9 +297,15 @@ std::int64_t TableRecordset::CurrentRowId() {
     return sought_->rowid;
   }
   if (position_ == Position::kNowhere || !Walk().OnRow()) {
-    throw Failure(FailureNumber::kNoCurrentRecord);
+    RaiseNoRow();
   }
   return Walk().RowId(0);
+}
+
+void TableRecordset::RaiseNoRow() const {
+  const std::string row = missed_ ? "row " + std::to_string(*missed_) : "such row";
+  throw Failure(FailureNumber::kNoCurrentRecord,
+                "the table " + std::string(table_.name) + " has no " + row + std::string(kMendIt));
 }
 
 }  // namespace vetlo

@@ -35,6 +35,7 @@ class TableRecordset : public Recordset {
   void FindFirst(std::string_view strCriteria) override;
   bool NoMatch() override;
   Variant Fields(std::string_view strName) override;
+  std::string PlaceOf(std::string_view strName) override;
   void AddNew() override;
   void Edit() override;
   void SetField(std::string_view strName, const Variant& value) override;
@@ -59,6 +60,7 @@ class TableRecordset : public Recordset {
   void WalkToSoughtRow();
   Variant SoughtValue(std::size_t column);
   [[nodiscard]] std::int64_t CurrentRowId();
+  [[noreturn]] void RaiseNoRow() const;
 
   SqliteDatabase* database_;  // null once closed
   const Table& table_;
@@ -71,6 +73,7 @@ class TableRecordset : public Recordset {
   // The rows sought within one snapshot, by a key of one whole number.
   std::unordered_map<std::int64_t, SoughtRow> known_;
   std::int64_t known_in_snapshot_ = 0;
+  std::optional<std::int32_t> missed_;  // the whole number that was sought last, for its failure
   Shape* sought_by_ = nullptr;
   bool indexed_ = false;
   bool no_match_ = false;

@@ -566,27 +566,6 @@ TEST(ShowChartReport, AStoreWithoutMemoryForItsTablesEndsTheCallQuietly) {
   EXPECT_EQ(d.Events(), QuietReport());
 }
 
-// The measuring surfaces are made as a chart is first set up.
-TEST(ShowChartReport, AChartWithoutSurfacesToMeasureOnEndsTheCallQuietly) {
-  class BarePlatform : public quillmarsh::TerminalPlatform {
-   public:
-    BarePlatform() : TerminalPlatform(NumberLocale{}, Day(2026, 3, 20)) {}
-    std::unique_ptr<PictureBox> NewPictureBox() override {
-      throw Failure(FailureNumber::kInvalidCall);
-    }
-  };
-  const auto store = Wallet().Open();
-  const auto rows = store->OpenRecordset("ChartReportSubType");
-  BarePlatform platform;
-  clsTamo component(platform);
-  Drawing d;
-  EXPECT_EQ(
-      ResumeNext([&] { component.ShowChartReport(*store, *rows, kChartRow, &d.chart, &d.report); }),
-      0);
-  EXPECT_THAT(d.Puts("window", "MousePointer"), ElementsAre("11", "0"));
-  EXPECT_THAT(d.Puts("chart", "MousePointer"), ElementsAre("11", "0"));
-}
-
 TEST(ShowChartReport, AFailureAfterAnEmptyDispatchOfAChartEndsTheCallQuietly) {
   WalletCalls d({.report_number = 7});
   FailingChart chart(d.log, &d.frame, {"Repaint true"});
@@ -616,6 +595,73 @@ TEST(ShowChartReport, AWindowThatCannotRepaintIsLetBe) {
   EXPECT_FALSE(component.ShowChartReport(*store, *rows, kChartRow, &chart, nullptr));
   EXPECT_EQ(chart.Title(), "Title:12.50");
   EXPECT_TRUE(chart.Repaint());
+}
+
+// ---- fonts that cannot be had: the hidden form is created when something is first measured
+
+// The legend's font is the last thing that the set-up of a chart puts.
+TEST(ShowChartReport, AChartWithoutFontsEndsTheCallQuietlyAtItsLegend) {
+  WalletCalls d;
+  d.platform.has_fonts = false;
+  TracedStore traced(*d.store, d.log);
+  EXPECT_EQ(d.TryToShow(traced, kChartRow), 0);
+  std::vector<std::string> prepared = ChartPrepared();
+  prepared.pop_back();
+  std::vector<std::string> between;
+  between << OpenedTables() << prepared << ClosedTables();
+  EXPECT_EQ(d.Events(), QuietChart(between));
+}
+
+TEST(ShowChartReport, AReportWithoutFontsFailsToTheCallerWhereItIsFirstMeasured) {
+  WalletCalls d;
+  d.platform.has_fonts = false;
+  TracedStore traced(*d.store, d.log);
+  EXPECT_EQ(d.TryToShow(traced, kReportRow), kInvalidCall);
+  std::vector<std::string> expected;
+  expected << kReportPointers << OpenedTables() << kReportPrepared << OpenedAndClosed({"Account"})
+           << OpenedAndClosed(kGroupTexts);
+  EXPECT_THAT(d.Events(), ElementsAreArray(expected));
+}
+
+// The heading of a history is written before its table is measured.
+TEST(ShowChartReport, AHistoryWithoutFontsFailsToTheCallerAtItsHeading) {
+  WalletCalls d({.report_number = 25, .parameter1 = "1"});
+  d.platform.has_fonts = false;
+  EXPECT_EQ(d.TryToShow(*d.store, kReportRow), kInvalidCall);
+  std::vector<std::string> expected;
+  expected << kReportPointers << kReportPrepared << Put("report", "SelAlignment", "2");
+  EXPECT_THAT(d.Events(), ElementsAreArray(expected));
+}
+
+// A number outside the catalogue, and a subject that is none.
+class ReportsThatNeverMeasure : public ::testing::TestWithParam<std::int32_t> {};
+
+TEST_P(ReportsThatNeverMeasure, NeedNoFonts) {
+  WalletCalls d({.report_number = GetParam()});
+  d.platform.has_fonts = false;
+  EXPECT_EQ(d.TryToShow(*d.store, kReportRow), 0);
+  std::vector<std::string> expected;
+  expected << kReportPointers << kReportPrepared << kReportShown << kReportPointersBack;
+  EXPECT_THAT(d.Events(), ElementsAreArray(expected));
+}
+
+INSTANTIATE_TEST_SUITE_P(Some, ReportsThatNeverMeasure, ::testing::Values(0, 60, 25, 27, 28, 30));
+
+TEST(ShowChartReport, FontsThatCanBeHadAgainAreUsedByTheNextCall) {
+  WalletCalls d;
+  d.platform.has_fonts = false;
+  EXPECT_EQ(d.TryToShow(*d.store, kReportRow), kInvalidCall);
+  d.platform.has_fonts = true;
+  EXPECT_EQ(d.TryToShow(*d.store, kReportRow), 0);
+  EXPECT_TRUE(d.report.Locked());
+}
+
+TEST(ShowChartReport, FontsThatWereHadOnceStayForTheLifeOfTheComponent) {
+  WalletCalls d;
+  EXPECT_EQ(d.TryToShow(*d.store, kReportRow), 0);
+  d.platform.has_fonts = false;
+  EXPECT_EQ(d.TryToShow(*d.store, kReportRow), 0);
+  EXPECT_EQ(d.TryToShow(*d.store, kChartRow), 0);
 }
 
 // ---- failures of what is computed

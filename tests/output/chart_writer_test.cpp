@@ -208,7 +208,7 @@ class ItemLabelling : public ::testing::TestWithParam<LabelCase> {};
 
 TEST_P(ItemLabelling, FollowsTheKind) {
   quillmarsh::TerminalPlatform platform{NumberLocale{}};
-  const frmTamo form(platform);
+  frmTamo form(platform);
   ChartModel chart(12000);
   chart.SetChartData(AmountMatrix(1, 2));
   ChartWriter writer(chart, GetParam().kind, form, platform.Locale());
@@ -250,7 +250,7 @@ TEST_F(ChartWriting, CutsASlicesLabelAsAWhole) {
 
 TEST_F(ChartWriting, MeasuresLabelsInTheLegendsFont) {
   MeasuredPlatform platform;
-  const frmTamo form(platform);
+  frmTamo form(platform);
   ChartModel chart(1000);
   chart.SetChartData(AmountMatrix(1, 2));
   ChartWriter writer(chart, kBarChart, form, platform.Locale());

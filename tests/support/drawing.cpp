@@ -14,6 +14,13 @@ float Drawing::TestPlatform::PrinterPageWidth() {
   return page_width ? *page_width : TerminalPlatform::PrinterPageWidth();
 }
 
+std::unique_ptr<PictureBox> Drawing::TestPlatform::NewPictureBox() {
+  if (!has_fonts) {
+    throw Failure(FailureNumber::kInvalidCall, "there are no fonts");
+  }
+  return TerminalPlatform::NewPictureBox();
+}
+
 Drawing::Drawing(Date today)
     : platform(today, log),
       window(log),

@@ -39,7 +39,9 @@ class Drawing {
     TestPlatform(Date today, EventLog& log) : TerminalPlatform(NumberLocale{}, today), log_(log) {}
     void DoEvents() override { log_.Call("host", "DoEvents"); }
     float PrinterPageWidth() override;
+    std::unique_ptr<PictureBox> NewPictureBox() override;
     std::optional<float> page_width;  // none: there is no printer
+    bool has_fonts = true;            // false: there is nothing to measure with
 
    private:
     EventLog& log_;

@@ -36,7 +36,8 @@ void WriteChart(ReportCall& call, ChartWriter& writer, const std::int32_t& lngAc
       ScaleChartData(DatesAsRows(history.amounts), ChartUnit::kMoney, call.platform.Locale());
   writer.SetData(chart.ScaledMatrix);
   writer.LabelRows(history.dates);
-  writer.LabelColumn(1, NameOfAccount(call, lngAccountNumber).value_or(""));
+  writer.SelectColumn(1);
+  writer.LabelColumn(NameOfAccount(call, lngAccountNumber).value_or(""));
   writer.SetAxisTitle(chart.strUnitLabel);
 }
 

@@ -47,7 +47,8 @@ void WriteChart(ReportCall& call, ChartWriter& writer, const PriceHistory& histo
   writer.LabelRows(history.strDates);
   std::int32_t column = 0;
   for (const std::string& item : items) {
-    writer.LabelColumn(++column, item);
+    writer.SelectColumn(++column);
+    writer.LabelColumn(item);
   }
   writer.SetAxisTitle(chart.strUnitLabel);
 }

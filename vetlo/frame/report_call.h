@@ -63,7 +63,7 @@ struct ReportCall {
   Platform& platform;
   const SettingsRow& row;
   LookUpTables& tables;
-  const frmTamo* form = nullptr;      // the hidden form, once it is made
+  frmTamo& form;
   ChartObject* objChart = nullptr;    // the target of a chart
   ReportObject* objReport = nullptr;  // the target of a report
   Date dtmFromDate = {};
@@ -91,9 +91,9 @@ struct ReportCall {
 
   [[nodiscard]] std::string Caption() const;
   [[nodiscard]] ReportTitle Title() const { return {row.strTitle, Caption()}; }
-  [[nodiscard]] ReportPage Page() const { return {*objReport, *form, sngMinRightMargin}; }
+  [[nodiscard]] ReportPage Page() const { return {*objReport, form, sngMinRightMargin}; }
   [[nodiscard]] ChartWriter Writer() const {
-    return {*objChart, row.ChartType, *form, platform.Locale()};
+    return {*objChart, row.ChartType, form, platform.Locale()};
   }
 };
 

@@ -185,7 +185,7 @@ bool clsTamo::ShowChartReport(Database& dbDov, Recordset& recChartReportSubType,
   }
 
   LookUpTables tables;
-  ReportCall call{dbDov, platform_, row, tables};
+  ReportCall call{dbDov, platform_, row, tables, form_};
   call.objChart = chart ? objChart : nullptr;
   call.objReport = chart ? nullptr : objReport;
   try {
@@ -216,9 +216,8 @@ bool clsTamo::ShowChartReport(Database& dbDov, Recordset& recChartReportSubType,
 void clsTamo::Draw(ReportCall& call, DisplayObject* other) {
   // A report has nobody to clean up after it from its first put on.
   call.blnCleanUpArmed = call.objChart != nullptr;
-  call.form = &Form();
   if (call.objChart != nullptr) {
-    SetUpChart(*call.objChart, call.row.blnLegend, call.row.ChartType, *call.form);
+    SetUpChart(*call.objChart, call.row.blnLegend, call.row.ChartType, form_);
     DrawChart(call);
     call.objChart->SetRepaint(true);
   } else {
@@ -289,13 +288,6 @@ Currency clsTamo::TotalExpensesOfSubCategory(Database& dbDov, Date dtmFromDate, 
 Currency clsTamo::TotalBudgetOfDateRange(std::span<const Currency> cur, Date dtmFromDate,
                                          Date dtmToDate) {
   return vetlo::TotalBudgetOfDateRange(cur, dtmFromDate, dtmToDate);
-}
-
-const frmTamo& clsTamo::Form() {
-  if (!form_) {
-    form_.emplace(platform_);
-  }
-  return *form_;
 }
 
 }  // namespace vetlo

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <optional>
 #include <span>
 #include <string_view>
 
@@ -19,7 +18,7 @@ struct ReportCall;
 class clsTamo {
  public:
   // The platform must outlive the component.
-  explicit clsTamo(Platform& platform) : platform_(platform) {}
+  explicit clsTamo(Platform& platform) : platform_(platform), form_(platform) {}
 
   bool AddToFavorites(Database& dbDov, Recordset& recChartReportSubType,
                       std::int32_t lngChartReportSubTypeNumber,
@@ -68,11 +67,10 @@ class clsTamo {
   Currency TotalBudgetOfDateRange(std::span<const Currency> cur, Date dtmFromDate, Date dtmToDate);
 
  private:
-  const frmTamo& Form();
   void Draw(ReportCall& call, DisplayObject* other);
 
   Platform& platform_;
-  std::optional<frmTamo> form_;  // made when it is first needed
+  frmTamo form_;
 };
 
 }  // namespace vetlo

@@ -80,8 +80,7 @@ void SetChartKind(ChartObject& objChart, std::int32_t lngChartType) {
   }
 }
 
-void SetUpChart(ChartObject& objChart, bool blnLegend, std::int32_t lngChartType,
-                const frmTamo& form) {
+void SetUpChart(ChartObject& objChart, bool blnLegend, std::int32_t lngChartType, frmTamo& form) {
   objChart.SetRepaint(false);
   objChart.SetRowCount(0);
   objChart.SetColumnCount(0);
@@ -103,7 +102,8 @@ void ChartWriter::LabelItems(const std::vector<ChartItem>& items, ChartUnit unit
                         Format(item.amount, kAmountPicture, locale_) +
                         (unit == ChartUnit::kPercent ? "%" : "");
     }
-    LabelColumn(++column, strColumnLabel_);
+    SelectColumn(++column);
+    LabelColumn(strColumnLabel_);
   }
 }
 
@@ -114,8 +114,7 @@ void ChartWriter::LabelRows(const ItemLabels& labels) {
   }
 }
 
-void ChartWriter::LabelColumn(std::int32_t column, std::string_view label) {
-  chart_.SetColumn(column);
+void ChartWriter::LabelColumn(std::string_view label) {
   chart_.SetColumnLabel(
       Services().FitLabelToWidth(label, form_.picLegendFont(), chart_.Width() / 2));
 }

@@ -27,8 +27,7 @@ ScaledChart ScaleChartData(const AmountMatrix& amounts, ChartUnit unit, const Nu
 void SetChartKind(ChartObject& objChart, std::int32_t lngChartType);
 
 // Clears the chart and sets kind, legend and legend font.
-void SetUpChart(ChartObject& objChart, bool blnLegend, std::int32_t lngChartType,
-                const frmTamo& form);
+void SetUpChart(ChartObject& objChart, bool blnLegend, std::int32_t lngChartType, frmTamo& form);
 
 // One column of a chart.
 struct ChartItem {
@@ -40,7 +39,7 @@ struct ChartItem {
 class ChartWriter {
  public:
   // All of them must outlive the writer.
-  ChartWriter(ChartObject& chart, std::int32_t lngChartType, const frmTamo& form,
+  ChartWriter(ChartObject& chart, std::int32_t lngChartType, frmTamo& form,
               const NumberLocale& locale)
       : chart_(chart), lngChartType_(lngChartType), form_(form), locale_(locale) {}
 
@@ -49,10 +48,10 @@ class ChartWriter {
   // a slice's label and its amount.
   void LabelItems(const std::vector<ChartItem>& items, ChartUnit unit, std::string_view between);
 
-  // Labels of rows or of the selected column, cut to half of the chart's width where they are
-  // columns'.
   void LabelRows(const ItemLabels& labels);
-  void LabelColumn(std::int32_t column, std::string_view label);
+  void SelectColumn(std::int32_t column) { chart_.SetColumn(column); }
+  // Labels the selected column, cut to half of the chart's width.
+  void LabelColumn(std::string_view label);
 
   void SetData(const AmountMatrix& scaled) { chart_.SetChartData(scaled); }
   void SetAxisTitle(std::string_view text) { chart_.SetAxisTitleText(text); }
@@ -62,7 +61,7 @@ class ChartWriter {
  private:
   ChartObject& chart_;
   std::int32_t lngChartType_;
-  const frmTamo& form_;
+  frmTamo& form_;
   const NumberLocale& locale_;
   std::string strColumnLabel_;
 };

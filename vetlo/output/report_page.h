@@ -49,7 +49,7 @@ enum class FirstStop { kOnIndent, kOnSecondColumn };
 class ReportPage {
  public:
   // All of them must outlive the page. The document is never narrower than the least margin.
-  ReportPage(ReportObject& report, const frmTamo& form, float sngMinRightMargin)
+  ReportPage(ReportObject& report, frmTamo& form, float sngMinRightMargin)
       : report_(report), form_(form), sngMinRightMargin_(sngMinRightMargin) {}
 
   // Measures the columns and sets the document's margin and tab stops for them: the first stop on
@@ -87,7 +87,7 @@ class ReportPage {
   [[nodiscard]] std::string CellText(std::size_t column, const std::string& text) const;
 
   ReportObject& report_;
-  const frmTamo& form_;
+  frmTamo& form_;
   float sngMinRightMargin_;
   std::vector<ReportColumn> columns_;
   std::vector<float> sngColumnWidths_;

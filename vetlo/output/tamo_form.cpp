@@ -1,13 +1,17 @@
 #include "vetlo/output/tamo_form.h"
 
+#include <utility>
+
 namespace vetlo {
 
-frmTamo::frmTamo(Platform& platform)
-    : report_text_(platform.NewPictureBox()),
-      report_title_(platform.NewPictureBox()),
-      legend_(platform.NewPictureBox()) {
-  constexpr float kTitleSize = 12;
-  report_title_->SetFont({"MS Sans Serif", kTitleSize, true});
+const frmTamo::Boxes& frmTamo::Created() {
+  if (!boxes_) {
+    constexpr float kTitleSize = 12;
+    Boxes boxes{platform_.NewPictureBox(), platform_.NewPictureBox(), platform_.NewPictureBox()};
+    boxes.report_title->SetFont({"MS Sans Serif", kTitleSize, true});
+    boxes_ = std::move(boxes);
+  }
+  return *boxes_;
 }
 
 }  // namespace vetlo

@@ -130,9 +130,7 @@ TEST_P(Subjects, OfAReport) {
 }
 
 TEST_P(Subjects, OfAChart) {
-  SmallStore builder = Spending();
-  builder.Account(0, "Nought", kCashAccount, 1);  // not to be taken for a subject that is none
-  const Shown drawing(kChartRow, GetParam().parameter, "", std::move(builder));
+  const Shown drawing(kChartRow, GetParam().parameter);
   const std::string& account = GetParam().account;
   EXPECT_EQ(drawing.chart.Title(),
             account.empty() ? "Course" : "Course:" + account.substr(account.find(':') + 1));
@@ -152,6 +150,27 @@ INSTANTIATE_TEST_SUITE_P(
         SubjectCase{"AFractionAsText", "2.5", "Savings Account:Second"},
         SubjectCase{"PastALong", 3e9, ""}, SubjectCase{"AnAmount", Money(12), "Cash:Wallet"}),
     [](const auto& test) { return test.param.name; });
+
+// A number that does not convert stays 0, and the chart's title asks for that account.
+SmallStore SpendingBesideAccountNought() {
+  SmallStore store = Spending();
+  store.Account(0, "Nought", kCashAccount, 1);
+  return store;
+}
+
+TEST(BalanceHistoryChart, OfNoSubjectIsTitledWithTheAccountOfNumberNought) {
+  const Shown drawing(kChartRow, "x", "", SpendingBesideAccountNought());
+  EXPECT_EQ(drawing.chart.Title(), "Course:Nought");
+  EXPECT_EQ(drawing.chart.Footnote(), "2026/03/02 Through 2026/03/04");
+  EXPECT_THAT(drawing.Puts("chart", "ChartData"), IsEmpty());
+  EXPECT_THAT(drawing.Puts("chart", "Column"), IsEmpty());
+  EXPECT_THAT(drawing.Puts("chart", "Plot.Axis(1,1).AxisTitle.Text"), IsEmpty());
+}
+
+TEST(BalanceHistoryReport, OfNoSubjectStaysEmptyBesideAnAccountOfNumberNought) {
+  const Shown drawing(kReportRow, "x", "", SpendingBesideAccountNought());
+  EXPECT_THAT(drawing.report.Paragraphs(), IsEmpty());
+}
 
 TEST(BalanceHistory, AFavoriteReadsItsSubjectFromTheRow) {
   const auto store = SmallStore()

@@ -58,6 +58,16 @@ std::string ReportOf(SmallStore builder, std::int32_t report_number,
   return drawing.report.Text();
 }
 
+// Where a number does not convert nobody takes the rows of number 0 for its subject.
+SmallStore HouseholdWithNumbersNought() {
+  SmallStore store = Household();
+  store.Account(0, "Nought", kInvestmentAccount);
+  AddItem(store, 0, "Nought");
+  Hold(store, 0, 1, 0);
+  AddPrice(store, 0, 9, 1);
+  return store;
+}
+
 // A row of a number as a chart.
 class ShownChart : public Drawing {
  public:
@@ -273,12 +283,12 @@ TEST(ItemPricesReport, OfAnItemWithoutATypeHasTheBareTitle) {
 class PriceSubjects : public ::testing::TestWithParam<std::int32_t> {};
 
 TEST_P(PriceSubjects, ThatAreNoNumbersLeaveAReportEmpty) {
-  EXPECT_EQ(ReportOf(Household(), GetParam(), "x"), "");
-  EXPECT_EQ(ReportOf(Household(), GetParam(), Empty{}), "");
+  EXPECT_EQ(ReportOf(HouseholdWithNumbersNought(), GetParam(), "x"), "");
+  EXPECT_EQ(ReportOf(HouseholdWithNumbersNought(), GetParam(), Empty{}), "");
 }
 
 TEST_P(PriceSubjects, ThatAreNoNumbersLeaveAChartItsTitleAndFootnote) {
-  const ShownChart drawing(Household(), GetParam(), kBarChart, Null{});
+  const ShownChart drawing(HouseholdWithNumbersNought(), GetParam(), kBarChart, Null{});
   EXPECT_EQ(drawing.chart.Title(), "Mine");
   EXPECT_EQ(drawing.chart.Footnote(), kCaption);
   EXPECT_THAT(drawing.Puts("chart", "ChartData"), IsEmpty());

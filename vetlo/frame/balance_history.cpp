@@ -41,8 +41,9 @@ void WriteChart(ReportCall& call, ChartWriter& writer, const std::int32_t& lngAc
   writer.SetAxisTitle(chart.strUnitLabel);
 }
 
+// A number that does not convert stays 0, and a chart is titled with the account of that number.
 constexpr SubjectFamily<std::int32_t, History> kBalanceHistory = {
-    NumberInFirstParameter, Compute, TitleWithAccount, WriteTable, WriteChart};
+    NumberInFirstParameter, Compute, TitleWithAccount, WriteTable, WriteChart, 0};
 
 }  // namespace
 

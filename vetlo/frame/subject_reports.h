@@ -8,7 +8,7 @@
 namespace vetlo {
 
 // The reports and charts about one subject that the row's parameters name: an account, an
-// investment, a payee. All of them run in one frame; where the parameters name nothing a report
+// investment, a payee. All of them run in one frame; where the parameters do not convert a report
 // stays empty and a chart has title and footnote alone.
 
 // What a family does where it has its turn in the frame.
@@ -25,6 +25,9 @@ struct SubjectFamily {
   // Only where computing did not fail. Looks up what names it writes.
   void (*write_chart)(ReportCall& call, ChartWriter& writer, const Subject& subject,
                       const Figures& figures);
+  // The subject whose name the title of a chart bears where the parameters do not convert; none:
+  // that title is the row's alone.
+  std::optional<Subject> titled_without_one = std::nullopt;
 };
 
 template <typename Subject, typename Figures>
@@ -45,17 +48,17 @@ void ReportSubject(ReportCall& call, const SubjectFamily<Subject, Figures>& fami
 template <typename Subject, typename Figures>
 void ChartSubject(ReportCall& call, const SubjectFamily<Subject, Figures>& family) {
   ChartWriter writer = call.Writer();
-  std::string strTitle = call.row.strTitle;
-  if (const std::optional<Subject> subject = family.subject(call)) {
+  const std::optional<Subject> subject = family.subject(call);
+  if (subject) {
     Figures figures;
     const std::int32_t lngComputeError =
         call.Guard([&] { family.compute(call, *subject, figures); });
     if (lngComputeError == 0) {
       family.write_chart(call, writer, *subject, figures);
     }
-    strTitle = family.title(call, *subject);
   }
-  writer.SetTitle(strTitle);
+  const std::optional<Subject>& titled = subject ? subject : family.titled_without_one;
+  writer.SetTitle(titled ? family.title(call, *titled) : call.row.strTitle);
   writer.SetFootnote(call.Caption());
 }
 

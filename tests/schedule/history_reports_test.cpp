@@ -21,29 +21,43 @@ using ::testing::IsEmpty;
 
 constexpr std::int32_t kNone = 99;
 
+// A row of a table in which names are looked up, with the number of the wider one that holds it.
+struct NamedRow {
+  std::int32_t number = 0;
+  std::string name;
+  std::int32_t belongs_to = kNone;
+};
+
+// The first row of every table has the number 0, so that it is neither what is asked for nor what
+// no number stands for.
+void AddRows(SmallStore& store, const std::string& table, const std::string& belongs_to,
+             const std::vector<NamedRow>& rows) {
+  const std::string number = table + "Number";
+  const std::string name = table + "Name";
+  const auto add = [&](const NamedRow& row) {
+    StoreBuilder::Values values = {{number, row.number}, {name, row.name}};
+    if (!belongs_to.empty()) {
+      values.emplace_back(belongs_to, row.belongs_to);
+    }
+    store.Insert(table, values);
+  };
+  add({0, "Nought", 0});
+  std::ranges::for_each(rows, add);
+}
+
+// No two tables share a number but 0: a name that is looked up in the wrong one is not found.
 SmallStore Household() {
   SmallStore store;
-  store.Account(1, "Bank", kCheckingAccount)
-      .Insert("Payee", {{"PayeeNumber", 1}, {"PayeeName", "Shop"}})
-      .Insert("Category", {{"CategoryNumber", 1}, {"CategoryName", "Pay"}, {"CategoryType", 0}})
-      .Insert("Category", {{"CategoryNumber", 2}, {"CategoryName", "Food"}, {"CategoryType", 1}})
-      .Insert("Category", {{"CategoryNumber", 3}, {"CategoryName", "Moved"}, {"CategoryType", 2}});
-  for (const auto& [number, category] : {std::pair{1, 1}, std::pair{2, 2}, std::pair{3, kNone}}) {
-    store.Insert(
-        "SubCategory",
-        {{"SubCategoryNumber", number}, {"SubCategoryName", "Part"}, {"CategoryNumber", category}});
-  }
-  store.Insert("Classification", {{"ClassificationNumber", 1}, {"ClassificationName", "Person"}});
-  for (const auto& [number, classification] : {std::pair{1, 1}, std::pair{2, kNone}}) {
-    store.Insert("ClassificationItem", {{"ClassificationItemNumber", number},
-                                        {"ClassificationItemName", "Ann"},
-                                        {"ClassificationNumber", classification}});
-  }
-  for (const auto& [number, item] : {std::pair{1, 1}, std::pair{2, 2}, std::pair{3, kNone}}) {
-    store.Insert("ClassificationSubItem", {{"ClassificationSubItemNumber", number},
-                                           {"ClassificationSubItemName", "School"},
-                                           {"ClassificationItemNumber", item}});
-  }
+  store.Account(1, "Bank", kCheckingAccount);
+  AddRows(store, "Payee", "", {{11, "Shop"}});
+  AddRows(store, "Category", "CategoryType", {{21, "Pay", 0}, {22, "Food", 1}, {23, "Moved", 2}});
+  AddRows(store, "SubCategory", "CategoryNumber",
+          {{31, "Part", 21}, {32, "Part", 22}, {33, "Part", kNone}});
+  AddRows(store, "Classification", "", {{41, "Person"}});
+  AddRows(store, "ClassificationItem", "ClassificationNumber",
+          {{51, "Ann", 41}, {52, "Ann", kNone}});
+  AddRows(store, "ClassificationSubItem", "ClassificationItemNumber",
+          {{61, "School", 51}, {62, "School", 52}, {63, "School", kNone}});
   return store;
 }
 
@@ -95,26 +109,27 @@ TEST_P(HistoryTitle, StandsOverTheChart) {
 
 INSTANTIATE_TEST_SUITE_P(
     OfEverySubject, HistoryTitle,
-    ::testing::Values(TitleCase{"Payee", 28, 1, Empty{}, "Mine:Shop"},
-                      TitleCase{"PayeeByText", 28, "1", Empty{}, "Mine:Shop"},
-                      TitleCase{"PayeeTakesTheFirst", 28, 1, 2, "Mine:Shop"},
+    ::testing::Values(TitleCase{"Payee", 28, 11, Empty{}, "Mine:Shop"},
+                      TitleCase{"PayeeByText", 28, "11", Empty{}, "Mine:Shop"},
+                      TitleCase{"PayeeTakesTheFirst", 28, 11, 0, "Mine:Shop"},
                       TitleCase{"PayeeNotThere", 28, kNone, Empty{}, "Mine"},
-                      TitleCase{"Income", 29, 1, Empty{}, "Mine :Income Category: Pay"},
-                      TitleCase{"Expense", 29, 2, Null{}, "Mine :Expense Category: Food"},
-                      TitleCase{"OfNeitherType", 29, 3, Empty{}, "Mine :Expense Category: Moved"},
+                      TitleCase{"PayeeOfNumberNought", 28, 0, Empty{}, "Mine:Nought"},
+                      TitleCase{"Income", 29, 21, Empty{}, "Mine :Income Category: Pay"},
+                      TitleCase{"Expense", 29, 22, Null{}, "Mine :Expense Category: Food"},
+                      TitleCase{"OfNeitherType", 29, 23, Empty{}, "Mine :Expense Category: Moved"},
                       TitleCase{"CategoryNotThere", 29, kNone, Empty{}, "Mine"},
-                      TitleCase{"IncomePart", 29, Empty{}, 1, "Mine :Income Category: Pay:Part"},
-                      TitleCase{"ExpensePart", 29, 1, 2, "Mine :Expense Category: Food:Part"},
-                      TitleCase{"PartNotThere", 29, 1, kNone, "Mine"},
-                      TitleCase{"CategoryOfAPartNotThere", 29, 1, 3, "Mine"},
-                      TitleCase{"SecondNoNumber", 29, 1, "part", "Mine :Income Category: Pay"},
-                      TitleCase{"Item", 30, 1, Empty{}, "Mine:Person:Ann"},
+                      TitleCase{"IncomePart", 29, Empty{}, 31, "Mine :Income Category: Pay:Part"},
+                      TitleCase{"ExpensePart", 29, 21, 32, "Mine :Expense Category: Food:Part"},
+                      TitleCase{"PartNotThere", 29, 21, kNone, "Mine"},
+                      TitleCase{"CategoryOfAPartNotThere", 29, 21, 33, "Mine"},
+                      TitleCase{"SecondNoNumber", 29, 21, "part", "Mine :Income Category: Pay"},
+                      TitleCase{"Item", 30, 51, Empty{}, "Mine:Person:Ann"},
                       TitleCase{"ItemNotThere", 30, kNone, Empty{}, "Mine"},
-                      TitleCase{"ClassificationNotThere", 30, 2, Empty{}, "Mine"},
-                      TitleCase{"SubItem", 30, Empty{}, 1, "Mine:Person:Ann:School"},
-                      TitleCase{"SubItemNotThere", 30, 1, kNone, "Mine"},
-                      TitleCase{"ItemOfASubItemNotThere", 30, 1, 3, "Mine"},
-                      TitleCase{"ClassificationOfASubItemNotThere", 30, 1, 2, "Mine"}),
+                      TitleCase{"ClassificationNotThere", 30, 52, Empty{}, "Mine"},
+                      TitleCase{"SubItem", 30, Empty{}, 61, "Mine:Person:Ann:School"},
+                      TitleCase{"SubItemNotThere", 30, 51, kNone, "Mine"},
+                      TitleCase{"ItemOfASubItemNotThere", 30, 51, 63, "Mine"},
+                      TitleCase{"ClassificationOfASubItemNotThere", 30, 51, 62, "Mine"}),
     [](const auto& the_case) { return the_case.param.name; });
 
 // ---- no subject
@@ -152,7 +167,7 @@ INSTANTIATE_TEST_SUITE_P(OfEveryNumber, HistoryWithoutASubject,
 TEST(PayeeHistoryReport, IsEmptyWhereOnlyTheSecondConverts) {
   const auto store = Household().Row(RowOf(28, ChartOrReport::kReport)).Open();
   Drawing drawing;
-  drawing.Show(*store, 1, Empty{}, 1);
+  drawing.Show(*store, 1, Empty{}, 11);
   EXPECT_EQ(drawing.report.Text(), "");
 }
 
@@ -166,11 +181,11 @@ SmallStore Moved() {
                        .total = total,
                        .account = 1,
                        .record_type = record_type,
-                       .category = 2,
-                       .sub_category = 2,
-                       .payee = 1,
-                       .classification1_item = 1,
-                       .classification1_sub_item = 1});
+                       .category = 22,
+                       .sub_category = 32,
+                       .payee = 11,
+                       .classification1_item = 51,
+                       .classification1_sub_item = 61});
   };
   add(Day(2026, 3, 20), kExpense, 45.5, kOrdinaryRecord);
   add(Day(2026, 5, 1), kIncome, 900, kOrdinaryRecord);
@@ -220,11 +235,11 @@ TEST_P(HistoryTable, IsAChartOfItsMonths) {
 
 INSTANTIATE_TEST_SUITE_P(
     OfEverySubject, HistoryTable,
-    ::testing::Values(TableCase{28, 1, Empty{}, "Mine:Shop", "900.00"},
-                      TableCase{29, 2, Empty{}, "Mine :Expense Category: Food", "1,000.00"},
-                      TableCase{29, 1, 2, "Mine :Expense Category: Food:Part", "1,000.00"},
-                      TableCase{30, 1, Empty{}, "Mine:Person:Ann", "1,000.00"},
-                      TableCase{30, Empty{}, 1, "Mine:Person:Ann:School", "1,000.00"}));
+    ::testing::Values(TableCase{28, 11, Empty{}, "Mine:Shop", "900.00"},
+                      TableCase{29, 22, Empty{}, "Mine :Expense Category: Food", "1,000.00"},
+                      TableCase{29, 21, 32, "Mine :Expense Category: Food:Part", "1,000.00"},
+                      TableCase{30, 51, Empty{}, "Mine:Person:Ann", "1,000.00"},
+                      TableCase{30, Empty{}, 61, "Mine:Person:Ann:School", "1,000.00"}));
 
 // A month that fails before its first amount is known takes no room.
 TEST(HistoryReport, ThatFailsIsLaidOutForTheMonthsBeforeTheFailure) {
@@ -235,12 +250,12 @@ TEST(HistoryReport, ThatFailsIsLaidOutForTheMonthsBeforeTheFailure) {
                                        .date = Services().EarliestDate(),
                                        .total = 1,
                                        .account = 1,
-                                       .payee = 1})
-                         .Transaction({.type = kIncome, .total = 1, .payee = 1})
+                                       .payee = 11})
+                         .Transaction({.type = kIncome, .total = 1, .payee = 11})
                          .Row(row)
                          .Open();
   Drawing drawing;
-  drawing.Show(*store, 1, 1);
+  drawing.Show(*store, 1, 11);
   // "Unassigned Date" is 15 characters wide.
   EXPECT_THAT(drawing.Puts("report", "SelTabs"), ElementsAre("283.5", "2278.5"));
 }

@@ -103,6 +103,24 @@ void TypeAndLeave(frmCustomize& form, TextBox& box, std::string_view text) {
   form.MoveFocus(form.cboRange);
 }
 
+// Where the focus goes while somebody watches the form.
+class WatchedFocus : public FormView {
+ public:
+  explicit WatchedFocus(Form& form) : form_(form) { form_.SetView(this); }
+  ~WatchedFocus() override { form_.SetView(nullptr); }
+  WatchedFocus(const WatchedFocus&) = delete;
+  WatchedFocus& operator=(const WatchedFocus&) = delete;
+
+  void ControlChanged(Control&) override {}
+  void FocusMoved() override { moves.push_back(form_.ActiveControl()->Name()); }
+  void FormHidden() override {}
+
+  std::vector<std::string> moves;
+
+ private:
+  Form& form_;
+};
+
 bool AllSelected(const TextBox& box) {
   return box.SelStart() == 0 && box.SelLength() == box.Text().size() && box.SelLength() > 0;
 }
@@ -634,6 +652,29 @@ TEST_F(Customize, AsksTheBoxThatIsLeftForReset) {
   EXPECT_EQ(Stored("Title"), Variant("Mine"));
 }
 
+TEST_F(Customize, MovesNoFocusThereAndBackWhereABoxRefuses) {
+  Open({.report_number = 1, .range = 13}, [](frmCustomize& form) {
+    form.txtDateRangeExtInfo.Type("0");
+    const WatchedFocus watched(form);
+    form.MoveFocus(form.cboRange);
+    form.cmdOK.Click();
+    EXPECT_THAT(watched.moves, IsEmpty());
+  });
+  EXPECT_THAT(Messages(), ElementsAre(kNumberRefused, kNumberRefused));
+}
+
+// The user has read the message before anything moves.
+TEST_F(Customize, TellsOfARefusalWhileTheFocusIsStillInTheBox) {
+  std::string focus_when_told;
+  frmCustomize* shown = nullptr;
+  platform_.screen.on_message = [&] { focus_when_told = shown->ActiveControl()->Name(); };
+  Open({.report_number = 1, .range = 15}, [&](frmCustomize& form) {
+    shown = &form;
+    TypeAndLeave(form, form.txtTo, "nonsense");
+  });
+  EXPECT_EQ(focus_when_told, "txtTo");
+}
+
 TEST_F(Customize, SelectsTheTitleOnEntryAndLetsItBeLeftEmpty) {
   Open({.report_number = 1, .title = "Mine"}, [](frmCustomize& form) {
     form.txtTitle.Type("Other");
@@ -782,6 +823,19 @@ TEST_F(Customize, AsksEveryBoxAgainAndKeepsTheFocusInTheLastThatRefuses) {
   });
   EXPECT_THAT(Messages(), ElementsAre(kDateRefused, kDateRefused));
   EXPECT_FALSE(saved_);
+}
+
+// OK has the focus by then; a box that refuses takes it.
+TEST_F(Customize, MovesTheFocusFromOKToEachBoxThatRefuses) {
+  Open({.report_number = 1, .range = 15}, [](frmCustomize& form) {
+    form.txtFrom.Type("nonsense");
+    form.MoveFocus(form.cmdCancel);
+    form.txtTo.Type("more of it");
+    form.MoveFocus(form.cmdCancel);
+    const WatchedFocus watched(form);
+    form.cmdOK.Click();
+    EXPECT_THAT(watched.moves, ElementsAre("cmdOK", "txtFrom", "txtTo"));
+  });
 }
 
 TEST_F(Customize, AsksABoxThatWasLeftForCancelBeforeTheTitle) {

@@ -78,9 +78,9 @@ class Forms : public ::testing::Test {
   }
   // Keeps the focus in a box, whatever is in it, and counts how often it was asked.
   void KeepFocusIn(TextBox& box) {
-    box.on_validate = [this, &box](const Control&) {
+    box.on_validate = [this](const Control&) {
       ++asked_;
-      box.SetFocus();
+      return false;
     };
   }
   [[nodiscard]] std::string Focus() const {
@@ -267,7 +267,10 @@ TEST_F(Forms, TellAControlThatItGotTheFocus) {
 
 TEST_F(Forms, AskABoxThatIsLeftOnceAndTellItWhereTheFocusGoes) {
   std::vector<std::string> towards;
-  form_.first.on_validate = [&](const Control& to) { towards.push_back(to.Name()); };
+  form_.first.on_validate = [&](const Control& to) {
+    towards.push_back(to.Name());
+    return true;
+  };
   Show([&] {
     form_.MoveFocus(form_.first);
     form_.MoveFocus(form_.check);
@@ -297,8 +300,43 @@ TEST_F(Forms, TabIsKeptInABoxToo) {
   EXPECT_EQ(asked_, 1);
 }
 
+TEST_F(Forms, AskABoxBeforeTheFocusMoves) {
+  std::string focus_when_asked;
+  form_.first.on_validate = [&](const Control&) {
+    focus_when_asked = Focus();
+    return true;
+  };
+  Show([&] { EXPECT_TRUE(form_.MoveFocus(form_.second)); });
+  EXPECT_EQ(focus_when_asked, "first");
+}
+
+TEST_F(Forms, LeaveTheFocusWhereTheAnswerOfABoxHasPutIt) {
+  form_.first.on_validate = [&](const Control&) {
+    form_.combo.SetFocus();
+    return true;
+  };
+  Show([&] {
+    EXPECT_FALSE(form_.MoveFocus(form_.second));
+    EXPECT_EQ(Focus(), "combo");
+  });
+}
+
+TEST_F(Forms, LeaveTheFocusInABoxWhoseAnswerPutsTheOtherControlOutOfUse) {
+  form_.first.on_validate = [&](const Control&) {
+    form_.second.SetEnabled(false);
+    return true;
+  };
+  Show([&] {
+    EXPECT_FALSE(form_.MoveFocus(form_.second));
+    EXPECT_EQ(Focus(), "first");
+  });
+}
+
 TEST_F(Forms, DoNothingMoreWhereAnEventOnTheWayHidesThem) {
-  form_.first.on_validate = [&](const Control&) { form_.Hide(); };
+  form_.first.on_validate = [&](const Control&) {
+    form_.Hide();
+    return true;
+  };
   int told = 0;
   form_.button.on_got_focus = [&] { ++told; };
   form_.button.on_click = [&] { ++told; };
@@ -315,6 +353,13 @@ TEST_F(Forms, SetFocusAsksNoBox) {
     EXPECT_EQ(Focus(), "second");
   });
   EXPECT_EQ(asked_, 0);
+  EXPECT_EQ(told, 1);
+}
+
+TEST_F(Forms, SetFocusDoesNothingToAControlThatHasTheFocus) {
+  int told = 0;
+  form_.first.on_got_focus = [&] { ++told; };
+  Show([&] { form_.first.SetFocus(); });
   EXPECT_EQ(told, 1);
 }
 
@@ -683,10 +728,14 @@ INSTANTIATE_TEST_SUITE_P(
         FailingEvent{"GotFocusByTheProgram",
                      [](TestForm& form) { form.second.on_got_focus = FailAsStore; },
                      [](TestForm& form) { form.second.SetFocus(); }},
-        FailingEvent{
-            "Validate",
-            [](TestForm& form) { form.first.on_validate = [](const Control&) { FailAsStore(); }; },
-            [](TestForm& form) { form.Tab(); }}),
+        FailingEvent{"Validate",
+                     [](TestForm& form) {
+                       form.first.on_validate = [](const Control&) {
+                         FailAsStore();
+                         return true;
+                       };
+                     },
+                     [](TestForm& form) { form.Tab(); }}),
     [](const auto& test) { return test.param.name; });
 
 TEST_F(Forms, ASetUpThatFailsComesOutOfShowingAndTheFormNeverShows) {
@@ -779,14 +828,20 @@ INSTANTIATE_TEST_SUITE_P(
                     {"hidden"}}),
     [](const auto& test) { return test.param.name; });
 
-TEST_F(ViewOfAForm, IsToldThatTheFocusWentAndCameBack) {
+TEST_F(ViewOfAForm, IsToldOfNoMoveWhereABoxKeepsTheFocus) {
   KeepFocusIn(form_.first);
-  EXPECT_THAT(Told([&] { form_.Tab(); }), ElementsAre("focus", "focus"));
+  EXPECT_THAT(Told([&] {
+                form_.Tab();
+                form_.button.Click();
+              }),
+              IsEmpty());
+  EXPECT_EQ(asked_, 2);
 }
 
 TEST_F(ViewOfAForm, IsToldNothingWhereNothingHappens) {
   EXPECT_THAT(Told([&] {
                 form_.MoveFocus(form_.first);
+                form_.first.SetFocus();
                 form_.MoveFocus(form_.label);
                 form_.list.Pick(99);
               }),

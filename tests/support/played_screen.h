@@ -30,6 +30,9 @@ class PlayedScreen : public Screen {
   // What he answers to the questions to come; where nothing stands here, No.
   std::deque<MsgBoxAnswer> answers;
 
+  // Runs while the user reads a message.
+  std::function<void()> on_message;
+
   std::vector<Message> messages;
   std::vector<std::int32_t> pointers;  // in the order in which they were set
   int forms_shown = 0;
@@ -45,6 +48,9 @@ class PlayedScreen : public Screen {
   }
   MsgBoxAnswer MsgBox(std::string_view text, MsgBoxButtons buttons, MsgBoxSymbol symbol) override {
     messages.push_back({std::string(text), buttons, symbol});
+    if (on_message) {
+      on_message();
+    }
     if (buttons == MsgBoxButtons::kOkOnly) {
       return MsgBoxAnswer::kOk;
     }

@@ -35,6 +35,7 @@ frmAddToFavorites::frmAddToFavorites(Platform& platform)
   cboName.on_click = [this] { OfferOK(); };
   cboName.on_validate = [this](const Control&) {
     cboName.SetText(std::string(Trim(cboName.Text())));
+    return true;
   };
   cmdOK.on_click = [this] { Accept(); };
   cmdCancel.on_click = [this] { Hide(); };

@@ -84,15 +84,13 @@ void frmCustomize::SetEvents() {
   // A box may be left for Cancel whatever it holds.
   const auto leaving = [this](TextBox& box, auto validate) {
     box.on_validate = [this, &box, validate](const Control& taking_focus) {
-      if (&taking_focus != &cmdCancel && box.InUse()) {
-        validate();
-      }
+      return &taking_focus == &cmdCancel || !box.InUse() || validate();
     };
   };
   txtTitle.on_got_focus = [this] { txtTitle.SelectAll(); };
-  leaving(txtDateRangeExtInfo, [this] { ValidateNumber(); });
-  leaving(txtFrom, [this] { ValidateDate(txtFrom); });
-  leaving(txtTo, [this] { ValidateDate(txtTo); });
+  leaving(txtDateRangeExtInfo, [this] { return ValidateNumber(); });
+  leaving(txtFrom, [this] { return ValidateDate(txtFrom); });
+  leaving(txtTo, [this] { return ValidateDate(txtTo); });
   cboRange.on_click = [this] { ShowSelectedRange(); };
   cmdOK.on_click = [this] { Accept(); };
   cmdCancel.on_click = [this] { Hide(); };
@@ -248,36 +246,38 @@ std::string frmCustomize::ComputedText(const RangeEnd& end, const DateRangeFacts
 
 // ---- leaving a box
 
-void frmCustomize::KeepFocus(TextBox& box, std::string_view message) {
+void frmCustomize::RefuseIn(TextBox& box, std::string_view message) {
   Refuse(platform_.GetScreen(), message);
   box.SelectAll();
   box.SetFocus();
 }
 
-void frmCustomize::ValidateNumber() {
+bool frmCustomize::ValidateNumber() {
   const std::string_view typed = Trim(txtDateRangeExtInfo.Text());
   txtDateRangeExtInfo.SetText(std::string(typed.empty() ? "1" : typed));
   std::int32_t number = 0;
   ResumeNext([&] { number = ToLong(Variant(txtDateRangeExtInfo.Text())); });
   if (number < 1 || number > kMostDaysOrMonths) {
-    KeepFocus(txtDateRangeExtInfo, kNumberMessage);
-    return;
+    RefuseIn(txtDateRangeExtInfo, kNumberMessage);
+    return false;
   }
   ShowSelectedRange();
+  return true;
 }
 
-void frmCustomize::ValidateDate(TextBox& box) {
+bool frmCustomize::ValidateDate(TextBox& box) {
   box.SetText(std::string(Trim(box.Text())));
   if (box.Text().empty()) {
-    return;
+    return true;
   }
   Date date;
   if (ResumeNext([&] { date = Services().ParseDateText(box.Text()); }) != 0) {
-    KeepFocus(box, DateMessage());
-    return;
+    RefuseIn(box, DateMessage());
+    return false;
   }
   box.SetText(Services().DateDisplayText(DayOf(date)));
   box.SelectAll();
+  return true;
 }
 
 // ---- the buttons
@@ -306,7 +306,7 @@ bool frmCustomize::BoxesPass() {
 bool frmCustomize::TitleIsThere() {
   const bool missing = txtTitle.InUse() && txtTitle.Text().empty();
   if (missing) {
-    KeepFocus(txtTitle, kTitleMessage);
+    RefuseIn(txtTitle, kTitleMessage);
   }
   return !missing;
 }
@@ -315,7 +315,7 @@ bool frmCustomize::DatesAreInOrder() {
   const bool both = txtFrom.InUse() && txtTo.InUse();
   const bool crossed = both && DateIn(End()) < DateIn(Start());
   if (crossed) {
-    KeepFocus(txtTo, kOrderMessage);
+    RefuseIn(txtTo, kOrderMessage);
   }
   return !crossed;
 }

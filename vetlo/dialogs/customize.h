@@ -93,11 +93,11 @@ class frmCustomize : public Form {
   void ShowEnd(const RangeEnd& end, const DateRangeFacts& range);
   [[nodiscard]] std::string ComputedText(const RangeEnd& end, const DateRangeFacts& range);
 
-  // The step that a box takes before it is left. To refuse it tells the user why and takes the
-  // focus back.
-  void ValidateNumber();
-  void ValidateDate(TextBox& box);
-  void KeepFocus(TextBox& box, std::string_view message);
+  // The step that a box takes before it is left: false where it refuses. Then the user has been
+  // told why, and the focus is in the box.
+  bool ValidateNumber();
+  bool ValidateDate(TextBox& box);
+  void RefuseIn(TextBox& box, std::string_view message);
   bool ValidateDialog();
   [[nodiscard]] bool BoxesPass();
   [[nodiscard]] bool TitleIsThere();

@@ -54,19 +54,25 @@ bool Form::MoveFocus(Control& to) {
   if (!visible_ || !CanTakeFocus(&to)) {
     return false;
   }
-  Control* const left = active_;
-  if (left == &to) {
+  if (active_ == &to) {
     return true;
   }
-  PutFocus(to);
-  if (left != nullptr && left->on_validate) {
-    Run([&] { left->on_validate(to); });
-  }
-  if (active_ != &to || !visible_) {
+  if (!MayGoTo(to)) {
     return false;
   }
+  PutFocus(to);
   Run(to.on_got_focus);
   return visible_;
+}
+
+bool Form::MayGoTo(Control& to) {
+  Control* const left = active_;
+  if (left == nullptr || !left->on_validate) {
+    return true;
+  }
+  bool leaves = false;
+  Run([&] { leaves = left->on_validate(to); });
+  return leaves && visible_ && active_ == left && CanTakeFocus(&to);
 }
 
 void Form::Tab() {
@@ -133,6 +139,9 @@ void Control::SetVisible(bool visible) {
 void Control::SetFocus() {
   if (!CanTakeFocus(this)) {
     throw Failure(FailureNumber::kInvalidCall, name_ + " can't take the focus");
+  }
+  if (HasFocus()) {
+    return;
   }
   form_.PutFocus(*this);
   form_.Run(on_got_focus);

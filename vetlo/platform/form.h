@@ -18,9 +18,9 @@ namespace vetlo {
 // list count from 0.
 //
 // The program sets properties with Set..., which raises no event. The user's deeds (Type, Pick,
-// Choose, Toggle, Click) take the focus first, which runs the Validate step of the box that is
-// left. Where that step keeps the focus, or where a control is disabled or hidden, nothing more
-// happens. What fails in an event ends the dialog and comes out of Form::ShowModal.
+// Choose, Toggle, Click) take the focus first; before it moves, the Validate step of the box that
+// is to be left runs. Where that step keeps the focus, or where a control is disabled or hidden,
+// nothing more happens. What fails in an event ends the dialog and comes out of Form::ShowModal.
 
 class Container;
 class Control;
@@ -81,6 +81,8 @@ class Form {
 
   // Runs what an event sets off, if anything. Where it fails the form is hidden.
   void Run(const std::function<void()>& event);
+  // Asks the box that has the focus, and looks whether the way is still free after its answer.
+  bool MayGoTo(Control& to);
   void PutFocus(Control& control);
   void FocusFirst();
 
@@ -116,14 +118,14 @@ class Control {
 
   [[nodiscard]] virtual bool TakesFocus() const { return true; }
   [[nodiscard]] bool HasFocus() const { return form_.ActiveControl() == this; }
-  // The program puts the focus here: no box is asked whether it can be left. Fails with
-  // kInvalidCall where the control takes none, or is not in use.
+  // The program puts the focus here: no box is asked whether it can be left. Where it is already
+  // here nothing happens. Fails with kInvalidCall where the control takes none, or is not in use.
   void SetFocus();
 
   // The focus has come here.
   std::function<void()> on_got_focus;
-  // The user has left for another control. To keep the focus, the handler takes it back.
-  std::function<void(const Control& taking_focus)> on_validate;
+  // The user is about to leave for another control; the focus is still here. False keeps it.
+  std::function<bool(const Control& taking_focus)> on_validate;
 
  protected:
   // The user does something to this control: true where he can.

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <numeric>
 #include <ostream>
 #include <set>
 #include <string>
@@ -10,6 +11,7 @@
 #include "vetlo/platform/display.h"
 #include "vetlo/platform/text.h"
 #include "vetlo/services/common_services.h"
+#include "vetlo/services/date_range.h"
 
 namespace vetlo {
 namespace {
@@ -95,6 +97,7 @@ TEST(DateRanges, AreNoOtherNumbers) {
 // ---- report numbers
 
 const Numbers kWithoutChart = {7, 9, 10, 54, 58, 59};
+const Numbers kChartFirst = {17, 25, 26, 27};  // courses over time
 const Numbers kOnOneDate = {5, 6, 7, 8, 11, 12, 13, 14, 15, 16, 18, 20, 21, 24, 31, 39, 43, 44, 53};
 
 class ReportNumber : public ::testing::TestWithParam<std::int32_t> {
@@ -126,12 +129,9 @@ TEST_P(ReportNumber, OffersTheOutputsThatItHas) {
   EXPECT_EQ(setting_->has_chart, HasChart());
 }
 
-TEST_P(ReportNumber, IsShownByDefaultInAnOutputThatItHas) {
-  if (!HasChart()) {
-    EXPECT_EQ(setting_->output, ChartOrReport::kReport);
-  }
-  EXPECT_TRUE(setting_->output == ChartOrReport::kReport ||
-              setting_->output == ChartOrReport::kChart);
+TEST_P(ReportNumber, IsShownByDefaultAsAReportUnlessItIsACourse) {
+  EXPECT_EQ(setting_->output,
+            Holds(kChartFirst, GetParam()) ? ChartOrReport::kChart : ChartOrReport::kReport);
 }
 
 TEST_P(ReportNumber, HasAKindOfChartByDefaultWhereItHasAChart) {
@@ -196,13 +196,46 @@ TEST(ReportNumbers, AreNoOthers) {
   }
 }
 
-// The numbers of a family show the same figure, and so are told apart by their dates.
+// ---- families: numbers that show the same figure, and so are told apart by name and dates
+
+const std::vector<Numbers> kFamilies = {{1, 23, 36, 38, 46, 48, 50, 52},
+                                        {4, 55, 56, 57},
+                                        {9, 10, 54},
+                                        {18, 31, 39},
+                                        {19, 32, 33, 34, 40, 41, 42},
+                                        {20, 43},
+                                        {21, 44},
+                                        {22, 35, 37, 45, 47, 49, 51},
+                                        {24, 53}};
+
+// The numbers that have their figure for themselves.
+const Numbers kSingles = {2,  3,  5,  6,  7,  8,  11, 12, 13, 14, 15,
+                          16, 17, 25, 26, 27, 28, 29, 30, 58, 59};
+
+TEST(Families, AndTheNumbersOnTheirOwnAreAllNumbers) {
+  Numbers all = kSingles;
+  for (const Numbers& family : kFamilies) {
+    all.insert(all.end(), family.begin(), family.end());
+  }
+  std::ranges::sort(all);
+  Numbers expected(kNumbers);
+  std::iota(expected.begin(), expected.end(), 1);
+  EXPECT_EQ(all, expected);
+}
+
 class Family : public ::testing::TestWithParam<Numbers> {};
 
 TEST_P(Family, DiffersInItsDateRanges) {
   std::set<DateRange> ranges;
   for (const std::int32_t number : GetParam()) {
     EXPECT_TRUE(ranges.insert(Services().ChartReportSetting(number)->range).second) << number;
+  }
+}
+
+TEST_P(Family, DiffersInItsTitles) {
+  std::set<std::string_view> titles;
+  for (const std::int32_t number : GetParam()) {
+    EXPECT_TRUE(titles.insert(Services().ChartReportSetting(number)->title).second) << number;
   }
 }
 
@@ -216,12 +249,16 @@ TEST_P(Family, SharesItsOffersAndItsKindOfChart) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(All, Family,
-                         ::testing::Values(Numbers{1, 23, 36, 38, 46, 48, 50, 52},
-                                           Numbers{4, 55, 56, 57}, Numbers{18, 31, 39},
-                                           Numbers{19, 32, 33, 34, 40, 41, 42}, Numbers{20, 43},
-                                           Numbers{21, 44}, Numbers{22, 35, 37, 45, 47, 49, 51},
-                                           Numbers{24, 53}));
+INSTANTIATE_TEST_SUITE_P(All, Family, ::testing::ValuesIn(kFamilies));
+
+// What is scheduled lies ahead.
+TEST(Families, ThePaymentCalendarsLookPastToday) {
+  const Date today = DateSerial(2026, 3, 20);
+  for (const std::int32_t number : {9, 10, 54}) {
+    const auto range = static_cast<std::int32_t>(Services().ChartReportSetting(number)->range);
+    EXPECT_GT(ComputedDateRange(range, 1, today).dtmToDate, today) << number;
+  }
+}
 
 }  // namespace
 }  // namespace vetlo

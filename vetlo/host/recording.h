@@ -4,19 +4,18 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <variant>
 #include <vector>
 
 #include "vetlo/host/chart_model.h"
 #include "vetlo/host/document.h"
+#include "vetlo/platform/one_of.h"
 
 namespace vetlo {
 
 // What somebody did to an object: put a value into a member, or called it.
 struct Event {
   // Lengths and sizes are floats, everything that is counted a whole number.
-  using Value =
-      std::variant<std::monostate, bool, std::int32_t, float, std::string, AmountMatrix, Font>;
+  using Value = OneOf<std::monostate, bool, std::int32_t, float, std::string, AmountMatrix, Font>;
 
   std::string_view on;      // "report", "chart", "window", "host"
   std::string_view action;  // "put" or "call"

@@ -3,10 +3,10 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <variant>
 
 #include "vetlo/platform/currency.h"
 #include "vetlo/platform/date.h"
+#include "vetlo/platform/one_of.h"
 
 namespace vetlo {
 
@@ -21,7 +21,7 @@ struct Null {
 };
 
 // A value of a column, or a parameter of a report.
-using Variant = std::variant<Empty, Null, bool, std::int32_t, double, Currency, Date, std::string>;
+using Variant = OneOf<Empty, Null, bool, std::int32_t, double, Currency, Date, std::string>;
 
 inline bool IsNull(const Variant& value) { return std::holds_alternative<Null>(value); }
 inline bool IsEmpty(const Variant& value) { return std::holds_alternative<Empty>(value); }

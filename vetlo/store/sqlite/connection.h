@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <memory>
 #include <string>
-#include <variant>
 
+#include "vetlo/platform/one_of.h"
 #include "vetlo/platform/variant.h"
 #include "vetlo/store/model.h"
 #include "vetlo/store/sqlite/sqlite_store.h"
@@ -14,7 +14,7 @@
 namespace vetlo {
 
 // A value as the engine stores it.
-using StoredValue = std::variant<std::monostate, std::int64_t, double, std::string>;
+using StoredValue = OneOf<std::monostate, std::int64_t, double, std::string>;
 
 // How a column of this type stores the value. Fails as the conversions of Variant do.
 StoredValue StoredForm(const Variant& value, ColumnType type);

@@ -239,9 +239,10 @@ void AddComponentCommands(CLI::App& app, Program& program) {
   }
 }
 
-// An error is one line, whatever the words were that it repeats.
+// An error is one line, whatever the words were that it repeats; it is made before it is begun.
 void Tell(Program& program, const std::string& error) {
-  program.err << "quillmarsh: " << SafeText(error) << "\n";
+  const std::string line = "quillmarsh: " + SafeText(error) + "\n";
+  program.err << line;
 }
 
 // An option with an empty value, "--title=", as the two words that it stands for; the parser would
@@ -291,16 +292,11 @@ int Run(Program& program) {
     Tell(program, error.what());
   } catch (const vetlo::Failure& failure) {
     Tell(program, FailureLine(failure.number(), failure.what()));
-  } catch (const std::bad_alloc&) {
-    Tell(program, "there is not enough memory");
   }
   return kExitFailed;
 }
 
-}  // namespace
-
-int RunCommandLine(int argc, const char* const* argv, std::ostream& out, std::ostream& err) {
-  Program program{out, err, {}};
+int RunWords(int argc, const char* const* argv, Program& program) {
   CLI::App app{
       "Quillmarsh shows where a household's money is: 59 reports and charts over one "
       "store file.",
@@ -335,6 +331,18 @@ int RunCommandLine(int argc, const char* const* argv, std::ostream& out, std::os
     return kExitMisused;
   }
   return Run(program);
+}
+
+}  // namespace
+
+int RunCommandLine(int argc, const char* const* argv, std::ostream& out, std::ostream& err) {
+  try {
+    Program program{out, err, {}};
+    return RunWords(argc, argv, program);
+  } catch (const std::bad_alloc&) {
+    err << kNoMemoryLine;
+  }
+  return kExitFailed;
 }
 
 }  // namespace quillmarsh

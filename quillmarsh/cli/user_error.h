@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 namespace quillmarsh {
 
@@ -11,6 +12,9 @@ class UserError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
+
+// What is said where not even the memory for it can be had.
+inline constexpr std::string_view kNoMemoryLine = "quillmarsh: there is not enough memory\n";
 
 // The exit statuses of the program.
 inline constexpr int kExitDone = 0;

@@ -4,10 +4,14 @@
 #include <langinfo.h>
 #include <locale.h>
 
+#include <cerrno>
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
+#include <new>
 #include <type_traits>
+
+#include "vetlo/platform/failure.h"
 
 namespace quillmarsh {
 namespace {
@@ -29,14 +33,40 @@ class LocaleOfThread {
   locale_t before_;
 };
 
+// What is not to be had for want of memory must not pass for what is not there.
+void RequireMemory() {
+  if (errno == ENOMEM) {
+    throw std::bad_alloc();
+  }
+}
+
+OwnedLocale Named(int categories, const std::string& name) {
+  errno = 0;
+  return OwnedLocale(newlocale(categories, name.c_str(), nullptr));
+}
+
+// A locale could not be had: that it is not installed is the one good reason. The error number does
+// not tell, since the search goes on behind a file that there was no memory for; a category that
+// has not been asked for yet does.
+void RequireNotInstalled(const std::string& name) {
+  RequireMemory();
+  if (Named(LC_IDENTIFICATION_MASK, name)) {
+    throw vetlo::Failure(vetlo::FailureNumber::kOutOfMemory,
+                         "the locale '" + name +
+                             "' is there but cannot be read; see whether there is memory enough, "
+                             "or set LC_ALL=C to do without it");
+  }
+  RequireMemory();
+}
+
 // Nothing for a locale that is plain or not installed.
 std::optional<LocaleFacts> FactsOf(const std::string& name) {
   if (IsPlainLocale(name)) {
     return std::nullopt;
   }
-  const OwnedLocale named(
-      newlocale(LC_CTYPE_MASK | LC_NUMERIC_MASK | LC_MONETARY_MASK, name.c_str(), nullptr));
+  const OwnedLocale named = Named(LC_CTYPE_MASK | LC_NUMERIC_MASK | LC_MONETARY_MASK, name);
   if (!named) {
+    RequireNotInstalled(name);
     return std::nullopt;
   }
   const LocaleOfThread during_the_reading(named.get());
@@ -48,8 +78,10 @@ std::optional<LocaleFacts> FactsOf(const std::string& name) {
 // Nothing for a text that is not one of the codeset, or a codeset that is not known.
 std::optional<std::string> ToUtf8(std::string text, const std::string& codeset) {
   constexpr std::size_t kMostBytesPerByte = 4;
+  errno = 0;
   const iconv_t converter = iconv_open("UTF-8", codeset.c_str());
   if (reinterpret_cast<std::intptr_t>(converter) == -1) {
+    RequireMemory();
     return std::nullopt;
   }
   std::string utf8(text.size() * kMostBytesPerByte, '\0');

@@ -30,7 +30,8 @@ vetlo::NumberLocale NumberLocaleOf(const std::optional<LocaleFacts>& numeric,
                                    const std::optional<LocaleFacts>& monetary);
 
 // How the environment of this process wants its numbers: the defaults in place of a locale that is
-// plain or not installed. The locale of the process stays as it is.
+// plain or not installed. The locale of the process stays as it is. Fails with std::bad_alloc or
+// kOutOfMemory where memory does not do for a locale that is installed.
 vetlo::NumberLocale EnvironmentLocale();
 
 }  // namespace quillmarsh

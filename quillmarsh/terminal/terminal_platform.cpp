@@ -1,5 +1,7 @@
 #include "quillmarsh/terminal/terminal_platform.h"
 
+#include <cerrno>
+#include <new>
 #include <string_view>
 #include <utility>
 
@@ -43,7 +45,12 @@ vetlo::Date TerminalPlatform::Now() {
   }
   const std::time_t now = std::time(nullptr);
   std::tm local{};
-  if (localtime_r(&now, &local) == nullptr) {
+  errno = 0;
+  const bool told = localtime_r(&now, &local) != nullptr;
+  if (errno == ENOMEM) {
+    throw std::bad_alloc();  // without its file the time zone would pass for UTC
+  }
+  if (!told) {
     throw vetlo::Failure(vetlo::FailureNumber::kInvalidCall, "the clock shows no date");
   }
   return DateOf(local);

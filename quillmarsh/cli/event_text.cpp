@@ -1,63 +1,53 @@
 #include "quillmarsh/cli/event_text.h"
 
-#include <charconv>
-#include <nlohmann/json.hpp>
+#include <variant>
+
+#include "quillmarsh/cli/json_text.h"
 
 namespace quillmarsh {
 namespace {
 
-template <typename Real>
-std::string RealText(Real value) {
-  char buffer[64];
-  const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
-  std::string text(buffer, result.ptr);
-  if (text.find_first_of(".en") == std::string::npos) {  // n: what is not finite stays as it is
-    text += ".0";
-  }
-  return text;
-}
-
 // A list of rows, each a list of columns.
-std::string MatrixText(const vetlo::AmountMatrix& matrix) {
-  std::string text = "[";
+Json RowsOf(const vetlo::AmountMatrix& matrix) {
+  Json rows = Json::array();
   for (std::size_t row = 1; row <= matrix.Series(); ++row) {
-    text += row == 1 ? "[" : ",[";
+    Json columns = Json::array();
     for (std::size_t column = 1; column <= matrix.Items(); ++column) {
-      text += (column == 1 ? "" : ",") + RealText(matrix(row, column));
+      columns.push_back(matrix(row, column));
     }
-    text += "]";
+    rows.push_back(std::move(columns));
   }
-  return text + "]";
+  return rows;
 }
 
-struct ValueText {
-  std::string operator()(std::monostate) const { return "null"; }
-  std::string operator()(bool value) const { return value ? "true" : "false"; }
-  std::string operator()(std::int32_t value) const { return std::to_string(value); }
-  std::string operator()(float value) const { return RealText(value); }
-  std::string operator()(const std::string& value) const { return JsonText(value); }
-  std::string operator()(const vetlo::AmountMatrix& value) const { return MatrixText(value); }
-  std::string operator()(const vetlo::Font& value) const {
-    return "{\"name\":" + JsonText(value.name) + ",\"size\":" + RealText(value.size) + "}";
+struct JsonOf {
+  Json operator()(std::monostate) const { return nullptr; }
+  Json operator()(bool value) const { return value; }
+  Json operator()(std::int32_t value) const { return value; }
+  Json operator()(float value) const { return JsonReal(value); }
+  Json operator()(const std::string& value) const { return value; }
+  Json operator()(const vetlo::AmountMatrix& value) const { return RowsOf(value); }
+  Json operator()(const vetlo::Font& value) const {
+    Json font;
+    font["name"] = value.name;
+    font["size"] = JsonReal(value.size);
+    return font;
   }
 };
 
 }  // namespace
 
-std::string JsonText(std::string_view text) {
-  return nlohmann::json(text).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
-}
-
 std::string EventText(const vetlo::Event& event) {
-  std::string text =
-      "{\"on\":" + JsonText(event.on) + "," + JsonText(event.action) + ":" + JsonText(event.member);
+  Json line;
+  line["on"] = event.on;
+  line[std::string(event.action)] = event.member;
   if (event.at) {
-    text += ",\"at\":[" + std::to_string(*event.at) + "]";
+    line["at"] = Json::array({*event.at});
   }
   if (!std::holds_alternative<std::monostate>(event.value)) {
-    text += ",\"value\":" + std::visit(ValueText{}, event.value);
+    line["value"] = std::visit(JsonOf{}, event.value);
   }
-  return text + "}";
+  return JsonText(line);
 }
 
 }  // namespace quillmarsh

@@ -6,7 +6,7 @@
 #include <ostream>
 
 #include "quillmarsh/cli/arguments.h"
-#include "quillmarsh/cli/event_text.h"
+#include "quillmarsh/cli/json_text.h"
 #include "quillmarsh/cli/left_out.h"
 #include "quillmarsh/cli/loaded_component.h"
 #include "quillmarsh/cli/store_file.h"
@@ -182,13 +182,22 @@ std::string PlainAmount(Currency amount) {
   return vetlo::Format(amount, "0.0000", plain);
 }
 
-std::string JsonAnswer(const Answer& answer) {
-  std::string text = ",\"result\":\"" + PlainAmount(answer.amount) + "\"";
+std::string JsonAnswer(const Operation& operation, const Answer& answer) {
+  Json line;
+  line["operation"] = operation.name;
+  line["result"] = PlainAmount(answer.amount);
   if (answer.first && answer.last) {
-    text += ",\"first\":\"" + vetlo::IsoDateText(*answer.first) + "\",\"last\":\"" +
-            vetlo::IsoDateText(*answer.last) + "\"";
+    line["first"] = vetlo::IsoDateText(*answer.first);
+    line["last"] = vetlo::IsoDateText(*answer.last);
   }
-  return text;
+  return JsonText(line);
+}
+
+std::string JsonFailure(const Operation& operation, std::int32_t number) {
+  Json line;
+  line["operation"] = operation.name;
+  line["failure"] = number;
+  return JsonText(line);
 }
 
 }  // namespace
@@ -221,20 +230,17 @@ void FigureCommand(const FigureArguments& arguments, std::ostream& out) {
     question.store = &kept.emplace(*store);
   }
   const bool json = arguments.format == "json";
-  const std::string head = "{\"operation\":" + JsonText(operation.name);
   try {
     const Answer answer = operation.answer(question);
-    if (json) {
-      out << head << JsonAnswer(answer) << "}\n";
-    } else {
-      out << vetlo::Format(answer.amount, vetlo::kAmountPicture, platform.Locale()) << "\n";
-    }
+    out << (json ? JsonAnswer(operation, answer)
+                 : vetlo::Format(answer.amount, vetlo::kAmountPicture, platform.Locale()))
+        << "\n";
   } catch (const vetlo::Failure& failure) {
     if (!json) {
       throw UserError(std::string(operation.name) + " failed with number " +
                       std::to_string(failure.number()) + ": " + failure.what());
     }
-    out << head << ",\"failure\":" << failure.number() << "}\n";
+    out << JsonFailure(operation, failure.number()) << "\n";
     if (kept && IsOfTheStore(failure)) {
       kept->OnFailure(failure.number(), failure.what());
     }

@@ -4,6 +4,7 @@
 
 #include "quillmarsh/cli/arguments.h"
 #include "quillmarsh/cli/event_text.h"
+#include "quillmarsh/cli/json_text.h"
 #include "quillmarsh/cli/left_out.h"
 #include "quillmarsh/cli/loaded_component.h"
 #include "quillmarsh/cli/observed_database.h"
@@ -30,16 +31,25 @@ class TracedPlatform : public TerminalPlatform {
   vetlo::EventLog& log_;
 };
 
-std::string OpenedText(std::string_view source, vetlo::RecordsetType type) {
-  std::string text = R"({"on":"store","call":"OpenRecordset","source":)" + JsonText(source);
+std::string StoreEventText(const char* call, std::string_view source,
+                           vetlo::RecordsetType type = vetlo::RecordsetType::kByDefault) {
+  Json line;
+  line["on"] = "store";
+  line["call"] = call;
+  line["source"] = source;
   if (type != vetlo::RecordsetType::kByDefault) {
-    text += ",\"type\":" + std::to_string(static_cast<std::int32_t>(type));
+    line["type"] = type;
   }
-  return text + "}";
+  return JsonText(line);
 }
 
-std::string ClosedText(std::string_view source) {
-  return R"({"on":"store","call":"Close","source":)" + JsonText(source) + "}";
+// What the host gets in the end: a return or a failure.
+template <typename Value>
+std::string LastLine(const char* what, Value value) {
+  Json line;
+  line["on"] = "host";
+  line[what] = value;
+  return JsonText(line);
 }
 
 // The lines of a call, made as the events come in.
@@ -73,11 +83,11 @@ void TraceCommand(const TraceArguments& arguments, std::ostream& out) {
   if (arguments.store_events) {
     observer.opened = [&](std::string_view source, vetlo::RecordsetType type) {
       trace.TakeEvents(log);
-      trace.Add(OpenedText(source, type));
+      trace.Add(StoreEventText("OpenRecordset", source, type));
     };
     observer.closed = [&](std::string_view source) {
       trace.TakeEvents(log);
-      trace.Add(ClosedText(source));
+      trace.Add(StoreEventText("Close", source));
     };
   }
   vetlo::KeptStore kept(*store);
@@ -88,13 +98,13 @@ void TraceCommand(const TraceArguments& arguments, std::ostream& out) {
   vetlo::RecordingReport report(log, &frame);
   const auto rows = store->OpenRecordset("ChartReportSubType");
   vetlo::Tamo component = LoadComponent().NewTamo(platform);
-  std::string last = R"({"on":"host","return":false})";
+  std::string last = LastLine("return", false);
   try {
     component.ShowChartReport(observed, *rows, *row, &chart, &report,
                               ParameterArgument(arguments.parameter1),
                               ParameterArgument(arguments.parameter2));
   } catch (const vetlo::Failure& failure) {
-    last = R"({"on":"host","failure":)" + std::to_string(failure.number()) + "}";
+    last = LastLine("failure", failure.number());
     // That the call failed is part of the trace. That the store cannot be read is not.
     if (IsOfTheStore(failure)) {
       kept.OnFailure(failure.number(), failure.what());

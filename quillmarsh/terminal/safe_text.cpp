@@ -25,21 +25,21 @@ constexpr CodeRange kUnsafe[] = {
     {0x2066, 0x2069},  // direction isolates
 };
 
-bool IsSafe(const Character& character) {
-  return character.valid &&
-         std::none_of(std::begin(kUnsafe), std::end(kUnsafe), [&](const CodeRange& range) {
-           return character.code >= range.first && character.code <= range.last;
-         });
-}
-
 }  // namespace
+
+bool IsShown(char32_t code) {
+  return std::none_of(std::begin(kUnsafe), std::end(kUnsafe), [&](const CodeRange& range) {
+    return code >= range.first && code <= range.last;
+  });
+}
 
 std::string SafeText(std::string_view utf8) {
   std::string safe;
   safe.reserve(utf8.size());
   while (!utf8.empty()) {
     const Character character = FirstCharacter(utf8);
-    safe += IsSafe(character) ? utf8.substr(0, character.bytes) : kReplacement;
+    const bool stands = character.valid && IsShown(character.code);
+    safe += stands ? utf8.substr(0, character.bytes) : kReplacement;
     utf8.remove_prefix(character.bytes);
   }
   return safe;

@@ -10,4 +10,7 @@ namespace quillmarsh {
 // U+FFFD. All else stays, and so does the number of cells.
 std::string SafeText(std::string_view utf8);
 
+// Whether SafeText lets this code point stand.
+bool IsShown(char32_t code);
+
 }  // namespace quillmarsh

@@ -6,6 +6,7 @@
 #include "tests/cli/quill.h"
 #include "tests/support/program.h"
 #include "tests/support/small_store.h"
+#include "tests/support/stored_bytes.h"
 
 namespace vetlo::testing {
 namespace {
@@ -238,6 +239,19 @@ TEST_F(CommandLine, ATraceEndsWithWhatTheHostGets) {
   EXPECT_THAT(run.out, ::testing::EndsWith("{\"on\":\"host\",\"return\":false}\n"));
   EXPECT_THAT(run.out, HasSubstr("{\"on\":\"report\",\"put\":\"SelTabs\",\"at\":[0],"
                                  "\"value\":283.5}\n"));
+}
+
+TEST_F(CommandLine, ATraceCarriesNoControlCharactersIntoTheTerminal) {
+  RunSql(store_,
+         "UPDATE ChartReportSubType SET Title = char(0x9b) || '31mMünze' || char(0x202e, 0x2028)");
+  for (const char* const row : {"1", "2"}) {
+    const ProgramRun run = Quill({"trace", store_, row, "--store"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_THAT(run.out, HasSubstr(R"(\u009b31mMünze\u202e\u2028)"));
+    EXPECT_THAT(run.out, Not(HasSubstr("\u009B")));
+    EXPECT_THAT(run.out, Not(HasSubstr("\u202E")));
+    EXPECT_THAT(run.out, Not(HasSubstr("\u2028")));
+  }
 }
 
 TEST_F(CommandLine, ATraceOfAMissingRowIsTheReturnAlone) {

@@ -6,6 +6,7 @@
 #include <ostream>
 
 #include "quillmarsh/cli/event_text.h"
+#include "quillmarsh/cli/json_text.h"
 #include "quillmarsh/terminal/terminal_platform.h"
 #include "tests/output/measured_platform.h"
 #include "vetlo/host/recording.h"

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "quillmarsh/cli/event_text.h"
+#include "quillmarsh/cli/json_text.h"
 #include "quillmarsh/cli/observed_database.h"
 #include "tests/support/drawing.h"
 

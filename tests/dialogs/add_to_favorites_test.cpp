@@ -507,6 +507,25 @@ TEST_F(AddToFavorites, TellsThatAFavoriteThatIsGoneCannotBeReplaced) {
   EXPECT_EQ(failure_, 0);
 }
 
+TEST_F(AddToFavorites, TellsThatANameCannotBeTakenThatAnotherTookWhileItShowed) {
+  const auto rows = store_->OpenRecordset(kRows);
+  Show([&](frmAddToFavorites& form) {
+    SettingsChange other;
+    other.lngChartReportType = kFavoriteGroup;
+    other.varChartReportSubTypeName = "My trips";
+    other.varLegend = false;
+    std::int32_t number = 0;
+    Services().SaveChartReportSubType(SaveMode::kAddRow, *store_, *rows, number, other);
+    form.cboName.Type("My trips");
+    form.cmdOK.Click();
+    EXPECT_FALSE(form.Visible());
+  });
+  EXPECT_THAT(Messages(), ElementsAre(kAddFailed));
+  EXPECT_TRUE(cancelled_);
+  EXPECT_EQ(failure_, 0);
+  EXPECT_EQ(CountOfRows(), 5);
+}
+
 TEST_F(AddToFavorites, FailsToTheCallerWhereTheSourceRowGoesWhileItShows) {
   const auto rows = store_->OpenRecordset(kRows);
   Show([&](frmAddToFavorites& form) {

@@ -1,3 +1,4 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <stdlib.h>
 
@@ -215,6 +216,70 @@ TEST_F(FullFavorites, CanStillBeReplaced) {
   Use(Favorites(kMostFavorites).Open());
   Change(150, Favorite("Replaced"));
   EXPECT_EQ(Field(150, "ChartReportSubTypeName"), Variant("Replaced"));
+}
+
+// A store with a favourite "Mine" and a report "Worth".
+class NamedFavorites : public SettingsRow {
+ protected:
+  NamedFavorites() {
+    Use(SmallStore()
+            .Row({.number = 5, .group = kFavoriteGroup})
+            .Row({.number = 6, .group = 1})
+            .Execute("UPDATE ChartReportSubType SET ChartReportSubTypeName = "
+                     "iif(ChartReportSubTypeNumber = 5, 'Mine', 'Worth')")
+            .Open());
+  }
+};
+
+TEST_F(NamedFavorites, TakeNoSecondOfAName) {
+  EXPECT_TRUE(Raises(FailureNumber::kDuplicateKey, [&] { Add(Favorite("Mine")); }));
+  EXPECT_EQ(CountOfRows(), 2);
+  EXPECT_EQ(number_, 77);
+}
+
+TEST_F(NamedFavorites, HaveTheNumberOfADuplicateKeyAndSayWhatToDo) {
+  try {
+    Add(Favorite("Mine"));
+    FAIL() << "it was added";
+  } catch (const Failure& failure) {
+    EXPECT_EQ(failure.number(), 3022);
+    EXPECT_THAT(failure.what(), ::testing::HasSubstr("take another name"));
+  }
+}
+
+TEST_F(NamedFavorites, ThatDifferInAnyLetterAreNotTheSame) {
+  for (const char* const name : {"mine", "MINE", "Mine ", " Mine", "Mine2", "Min"}) {
+    EXPECT_EQ(ResumeNext([&] { Add(Favorite(name)); }), 0) << name;
+  }
+}
+
+TEST_F(NamedFavorites, MayBeCalledAsAReportIs) {
+  EXPECT_EQ(ResumeNext([&] { Add(Favorite("Worth")); }), 0);
+}
+
+TEST_F(NamedFavorites, CanBeReplacedUnderTheirName) {
+  EXPECT_EQ(ResumeNext([&] { Change(5, Favorite("Mine")); }), 0);
+  EXPECT_EQ(CountOfRows(), 2);
+}
+
+TEST_F(NamedFavorites, WithoutANameAreNotOfOneName) {
+  SettingsChange change = Favorite();
+  change.varChartReportSubTypeName = Null{};
+  Add(change);
+  EXPECT_EQ(ResumeNext([&] { Add(change); }), 0);
+}
+
+TEST_F(NamedFavorites, AreNotCalledAsAReportThatIsAddedBesideThem) {
+  SettingsChange report = Favorite("Mine");
+  report.lngChartReportType = 1;
+  EXPECT_EQ(ResumeNext([&] { Add(report); }), 0);
+}
+
+TEST_F(FullFavorites, SayThatTheyAreFullAlsoOfANameThatIsTaken) {
+  Use(Favorites(kMostFavorites)
+          .Execute("UPDATE ChartReportSubType SET ChartReportSubTypeName = 'Mine'")
+          .Open());
+  EXPECT_TRUE(Raises(FailureNumber::kTooManyFavorites, [&] { Add(Favorite("Mine")); }));
 }
 
 // ---- a row that changes

@@ -22,6 +22,7 @@ enum class FailureNumber : std::int32_t {
   kNoPrinter = 482,
   kTableNotFound = 3011,
   kNoCurrentRecord = 3021,
+  kDuplicateKey = 3022,
   kStoreUnusable = 3043,
   kBadSqlText = 3075,
   kNoSuchColumn = 3265,

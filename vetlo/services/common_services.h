@@ -78,9 +78,10 @@ class CommonServices {
                                             std::string_view strField) const;
 
   // Writes a settings row in one transaction or not at all. Adding hands the new row's number
-  // back, and fails with kTooManyFavorites where a hundred favourites are there already; changing
-  // fails with kNoCurrentRecord where the row is gone. A date that equals a sentinel is stored as
-  // Null.
+  // back. A favourite is not added where a hundred are there already (kTooManyFavorites) or where
+  // one has its name to the letter (kDuplicateKey), whoever added that one and however lately.
+  // Changing fails with kNoCurrentRecord where the row is gone. A date that equals a sentinel is
+  // stored as Null.
   void SaveChartReportSubType(SaveMode lngMode, Database& dbDov, Recordset& recChartReportSubType,
                               std::int32_t& lngChartReportSubTypeNumber,
                               const SettingsChange& change) const;

@@ -12,12 +12,25 @@ namespace {
 
 constexpr std::int32_t kMostFavorites = 100;
 
-std::int32_t CountOfFavorites(Database& dbDov) {
+// Whether a favourite may be added. This is asked within the change that adds it, so that of
+// several programs that add one at the same time each sees those of the others.
+void RequirePlaceForFavorite(Database& dbDov, const SettingsChange& change) {
+  const Variant name = change.varChartReportSubTypeName.value_or(Null{});
   std::int32_t count = 0;
+  bool taken = false;
   ForEachRowOf(dbDov,
                "SELECT * FROM ChartReportSubType WHERE ChartReportType=" + Str(kFavoriteGroup),
-               [&](Recordset&) { ++count; });
-  return count;
+               [&](Recordset& rec) {
+                 ++count;
+                 taken = taken || rec.Fields("ChartReportSubTypeName") == name;
+               });
+  if (count >= kMostFavorites) {
+    throw Failure(FailureNumber::kTooManyFavorites);
+  }
+  if (taken && !IsNull(name)) {
+    throw Failure(FailureNumber::kDuplicateKey,
+                  "there is a favorite of this name by now; take another name or replace it");
+  }
 }
 
 std::int32_t NextFreeNumber(Database& dbDov) {
@@ -95,8 +108,8 @@ void CommonServices::SaveChartReportSubType(SaveMode lngMode, Database& dbDov,
   Transaction transaction(dbDov);
   std::int32_t number = lngChartReportSubTypeNumber;
   if (lngMode == SaveMode::kAddRow) {
-    if (change.lngChartReportType == kFavoriteGroup && CountOfFavorites(dbDov) >= kMostFavorites) {
-      throw Failure(FailureNumber::kTooManyFavorites);
+    if (change.lngChartReportType == kFavoriteGroup) {
+      RequirePlaceForFavorite(dbDov, change);
     }
     number = NextFreeNumber(dbDov);
     recChartReportSubType.AddNew();

@@ -1,12 +1,13 @@
 #include "quillmarsh/cli/dialog_commands.h"
 
-#include <array>
+#include <algorithm>
 #include <ostream>
 
 #include "quillmarsh/cli/arguments.h"
 #include "quillmarsh/cli/dialog_user.h"
 #include "quillmarsh/cli/left_out.h"
 #include "quillmarsh/cli/loaded_component.h"
+#include "quillmarsh/cli/read_back.h"
 #include "quillmarsh/cli/settings_rows.h"
 #include "quillmarsh/cli/store_file.h"
 #include "quillmarsh/cli/user_error.h"
@@ -28,7 +29,8 @@ class OpenedForChange {
  public:
   explicit OpenedForChange(const std::string& file)
       : store_(OpenStoreFile(file, vetlo::StoreAccess::kReadWrite)),
-        kept_(*store_),
+        read_back_(*store_),
+        kept_(read_back_),
         rows_(kept_.OpenRecordset("ChartReportSubType")) {}
 
   // The store for the component's dialogs, and as it is for what is looked up beside them: a row
@@ -36,6 +38,9 @@ class OpenedForChange {
   vetlo::KeptStore& Store() { return kept_; }
   vetlo::Database& Unkept() { return *store_; }
   vetlo::Recordset& Rows() { return *rows_; }
+  // All settings rows as the last change left them; fails with a UserError where they could not be
+  // read.
+  [[nodiscard]] const std::vector<SettingsRowFacts>& SavedRows() const { return read_back_.Rows(); }
 
   // Lets the user work in a dialog of the component. Fails with a UserError where the dialog did
   // not end in a saved row.
@@ -55,6 +60,7 @@ class OpenedForChange {
 
  private:
   std::unique_ptr<vetlo::Database> store_;
+  ReadBackDatabase read_back_;
   vetlo::KeptStore kept_;
   std::unique_ptr<vetlo::Recordset> rows_;
 };
@@ -64,8 +70,13 @@ std::string LineOf(const SettingsRowFacts& row) {
          RangeText(row) + "\n";
 }
 
-SettingsRowFacts RowNumbered(vetlo::Database& store, std::int32_t number) {
-  return FindSettingsRow(store, std::to_string(number));
+const SettingsRowFacts& RowNumbered(const std::vector<SettingsRowFacts>& rows,
+                                    std::int32_t number) {
+  const auto row = std::ranges::find(rows, number, &SettingsRowFacts::number);
+  if (row == rows.end()) {
+    throw UserError("the row is no longer there");
+  }
+  return *row;
 }
 
 // Opens the customize dialog on a row and lets the user work in it.
@@ -77,7 +88,7 @@ void CustomizeRow(const std::string& file, const std::string& row_name,
   opened.Work(user, [&](vetlo::Tamo& component) {
     return component.CustomizeChartReport(opened.Store(), opened.Rows(), row.number);
   });
-  out << "Changed " << LineOf(RowNumbered(opened.Unkept(), row.number));
+  out << "Changed " + LineOf(RowNumbered(opened.SavedRows(), row.number));
   RequireWhole(opened.Store());
 }
 
@@ -272,8 +283,7 @@ void NameFavorite(const Form& form, const std::string& name) {
   }
 }
 
-SettingsRowFacts FindFavorite(vetlo::Database& store, const std::string& name) {
-  const auto rows = ReadSettingsRows(store);
+SettingsRowFacts FindFavorite(const std::vector<SettingsRowFacts>& rows, const std::string& name) {
   const SettingsRowFacts* found = nullptr;
   std::string names;
   for (const SettingsRowFacts& row : rows) {
@@ -313,15 +323,15 @@ void FavoriteCommand(const FavoriteArguments& arguments, std::ostream& out) {
                                     parameters.first, parameters.second);
   });
   const std::string name(vetlo::Trim(arguments.name));
-  out << "Saved " << LineOf(FindFavorite(opened.Unkept(), name));
+  out << "Saved " + LineOf(FindFavorite(opened.SavedRows(), name));
   RequireWhole(opened.Store());
 }
 
 void UnfavoriteCommand(const std::string& store, const std::string& name, std::ostream& out) {
   OpenedForChange opened(store);
-  const SettingsRowFacts favorite = FindFavorite(opened.Unkept(), name);
+  const SettingsRowFacts favorite = FindFavorite(ReadSettingsRows(opened.Unkept()), name);
   vetlo::Services().DeleteChartReportSubType(opened.Store(), opened.Rows(), favorite.number);
-  out << "Removed " << LineOf(favorite);
+  out << "Removed " + LineOf(favorite);
 }
 
 }  // namespace quillmarsh

@@ -1,4 +1,4 @@
-// Saves into a store that somebody else is using. A save waits for him, five seconds at most.
+// Commands on a store that somebody else is using. A command waits for him, five seconds at most.
 
 #include <chrono>
 #include <future>
@@ -28,6 +28,16 @@ std::future<TimedRun> Start(const Words& words) {
 
 class LockedStore : public SavedHousehold {
  protected:
+  // The command gave up after the time that it waits, and said why.
+  static void ExpectRefusedInTime(const TimedRun& refused) {
+    EXPECT_EQ(refused.run.status, 1);
+    EXPECT_EQ(refused.run.out, "");
+    ExpectOneLine(refused.run.err);
+    EXPECT_THAT(refused.run.err, HasSubstr("another program is using the store; try again"));
+    EXPECT_GE(refused.time, milliseconds(4900));
+    EXPECT_LE(refused.time, milliseconds(9000));
+  }
+
   const StoredBytes before_ = ReadStoredBytes(store_, kRow);
 };
 
@@ -67,17 +77,23 @@ TEST_F(LockedStore, RefusesASaveWhereSomebodyStays) {
   saves.push_back(Start({"unfavorite", stores[1], "None"}));
   for (std::size_t i = 0; i < locks.size(); ++i) {
     SCOPED_TRACE(locks[i]);
-    const TimedRun refused = saves[i].get();
-    EXPECT_EQ(refused.run.status, 1);
-    EXPECT_EQ(refused.run.out, "");
-    ExpectOneLine(refused.run.err);
-    EXPECT_THAT(refused.run.err, HasSubstr("another program is using the store; try again"));
-    EXPECT_GE(refused.time, milliseconds(4900));
-    EXPECT_LE(refused.time, milliseconds(9000));
+    ExpectRefusedInTime(saves[i].get());
     others[i]->End();
     EXPECT_EQ(OpenedAndRead(stores[i]), before_);
   }
   EXPECT_THAT(saves.back().get().run.err, HasSubstr("there is no favorite"));
+}
+
+TEST_F(LockedStore, LetsAReaderWaitNoLongerThanASave) {
+  const OtherProcess writer(store_, "BEGIN EXCLUSIVE");
+  std::vector<std::future<TimedRun>> commands;
+  for (const Words& words : {Words{"show", store_, "1"}, Words{"list", store_},
+                             Words{"figure", store_, "TotalAssets"}, ShortRow(store_)}) {
+    commands.push_back(Start(words));
+  }
+  for (std::future<TimedRun>& command : commands) {
+    ExpectRefusedInTime(command.get());
+  }
 }
 
 }  // namespace

@@ -11,8 +11,6 @@
 namespace vetlo {
 namespace {
 
-constexpr int kBusyTimeoutMilliseconds = 5000;
-
 // Reads something of a store, whatever it is a store of.
 constexpr const char* kAnyLook = "PRAGMA schema_version";
 
@@ -296,7 +294,8 @@ Connection Connection::CreateFile(const std::string& path) {
   return {path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE};
 }
 
-Connection Connection::OpenGuarded(const std::string& path, StoreAccess access) {
+Connection Connection::OpenGuarded(const std::string& path, StoreAccess access,
+                                   const std::shared_ptr<Patience>& patience) {
   const int mode = access == StoreAccess::kReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
   Connection connection(path, mode | SQLITE_OPEN_NOFOLLOW);
   sqlite3* const handle = connection.handle();
@@ -315,7 +314,8 @@ Connection Connection::OpenGuarded(const std::string& path, StoreAccess access) 
     }
   }
   sqlite3_limit(handle, SQLITE_LIMIT_ATTACHED, 0);
-  sqlite3_busy_timeout(handle, kBusyTimeoutMilliseconds);
+  connection.patience_ = patience;
+  patience->Guide(handle);
   connection.Execute("PRAGMA cell_size_check = ON");
   return connection;
 }
@@ -325,12 +325,13 @@ bool Connection::WaitsForRollback() {
 }
 
 Connection Connection::OpenFile(const std::string& path, StoreAccess access) {
-  Connection connection = OpenGuarded(path, access);
+  const auto patience = std::make_shared<Patience>();
+  Connection connection = OpenGuarded(path, access, patience);
   if (access == StoreAccess::kReadOnly && connection.WaitsForRollback()) {
     // The first look of a connection that may write undoes it. Where that fails, the reader's own
     // next look says so.
-    ResumeNext([&] { OpenGuarded(path, StoreAccess::kReadWrite).Execute(kAnyLook); });
-    connection = OpenGuarded(path, access);
+    ResumeNext([&] { OpenGuarded(path, StoreAccess::kReadWrite, patience).Execute(kAnyLook); });
+    connection = OpenGuarded(path, access, patience);
   }
   connection.Execute("PRAGMA cache_size = -65536");
   if (access == StoreAccess::kReadOnly) {

@@ -9,6 +9,7 @@
 #include "vetlo/platform/one_of.h"
 #include "vetlo/platform/variant.h"
 #include "vetlo/store/model.h"
+#include "vetlo/store/sqlite/patience.h"
 #include "vetlo/store/sqlite/sqlite_store.h"
 
 namespace vetlo {
@@ -58,7 +59,7 @@ class Connection {
   static Connection CreateFile(const std::string& path);
   // Opens a file that may come from anywhere, with all that runs by itself switched off. A save
   // that was broken off is undone first; fails with kStoreUnusable where the file or its folder
-  // cannot be written for that.
+  // cannot be written for that. The waiting for others has one Patience, now and later.
   static Connection OpenFile(const std::string& path, StoreAccess access);
 
   [[nodiscard]] sqlite3* handle() const { return handle_.get(); }
@@ -77,10 +78,12 @@ class Connection {
     void operator()(sqlite3* handle) const { sqlite3_close_v2(handle); }
   };
   Connection(const std::string& path, int flags);
-  static Connection OpenGuarded(const std::string& path, StoreAccess access);
+  static Connection OpenGuarded(const std::string& path, StoreAccess access,
+                                const std::shared_ptr<Patience>& patience);
   // Whether a save was broken off that this connection, which only reads, cannot undo.
   [[nodiscard]] bool WaitsForRollback();
 
+  std::shared_ptr<Patience> patience_;  // none for a new file, which nobody else knows
   std::unique_ptr<sqlite3, Close> handle_;
 };
 

@@ -1,10 +1,12 @@
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 #include <ostream>
 #include <string>
 
 #include "tests/support/raises.h"
 #include "tests/support/small_store.h"
+#include "vetlo/store/sqlite/sqlite_database.h"
 
 namespace vetlo {
 namespace {
@@ -38,6 +40,11 @@ void ChangeTitle(Database& store, std::int32_t number, const std::string& title)
   rec->Edit();
   rec->SetField("Title", title);
   rec->Update();
+}
+
+void UndoAsTheEngineDoes(Database& store) {
+  sqlite3* const handle = dynamic_cast<SqliteDatabase&>(store).connection().handle();
+  ASSERT_EQ(sqlite3_exec(handle, "ROLLBACK", nullptr, nullptr, nullptr), SQLITE_OK);
 }
 
 void SetNeededFields(Recordset& rec, std::int32_t number) {
@@ -381,15 +388,6 @@ TEST(Transaction, CanFollowAnotherThatWasUndone) {
   EXPECT_EQ(TitleOf(*store, 7), "changed");
 }
 
-TEST(Transaction, IsOneAtATime) {
-  const auto store = TwoRows();
-  Transaction transaction(*store);
-  ChangeTitle(*store, 7, "changed");
-  EXPECT_NE(ResumeNext([&] { store->BeginTrans(); }), 0);
-  transaction.Commit();
-  EXPECT_EQ(TitleOf(*store, 7), "changed");
-}
-
 TEST(Transaction, CannotBeginInASnapshot) {
   const auto store = TwoRows();
   const Snapshot snapshot(*store);
@@ -403,6 +401,129 @@ TEST(Transaction, CanBeginBehindASnapshot) {
     const Snapshot inner(*store);
     EXPECT_EQ(TitleOf(*store, 7), "seven");
   }
+  Transaction transaction(*store);
+  ChangeTitle(*store, 7, "changed");
+  transaction.Commit();
+  EXPECT_EQ(TitleOf(*store, 7), "changed");
+}
+
+// ---- changes within changes
+
+TEST(InnerTransaction, ThatIsCommittedLastsWithTheOuterOne) {
+  const auto store = TwoRows();
+  {
+    Transaction outer(*store);
+    ChangeTitle(*store, 4, "outer");
+    Transaction inner(*store);
+    ChangeTitle(*store, 7, "inner");
+    inner.Commit();
+    outer.Commit();
+  }
+  EXPECT_EQ(TitleOf(*store, 4), "outer");
+  EXPECT_EQ(TitleOf(*store, 7), "inner");
+}
+
+TEST(InnerTransaction, ThatIsUndoneLeavesTheOuterOne) {
+  const auto store = TwoRows();
+  Transaction outer(*store);
+  ChangeTitle(*store, 4, "outer");
+  {
+    const Transaction inner(*store);
+    ChangeTitle(*store, 4, "inner");
+    ChangeTitle(*store, 7, "inner");
+  }
+  EXPECT_EQ(TitleOf(*store, 4), "outer");
+  outer.Commit();
+  EXPECT_EQ(TitleOf(*store, 4), "outer");
+  EXPECT_EQ(TitleOf(*store, 7), "seven");
+}
+
+TEST(InnerTransaction, GoesWithAnOuterOneThatIsUndone) {
+  const auto store = TwoRows();
+  {
+    const Transaction outer(*store);
+    Transaction inner(*store);
+    ChangeTitle(*store, 7, "inner");
+    inner.Commit();
+    EXPECT_EQ(TitleOf(*store, 7), "inner");
+  }
+  EXPECT_EQ(TitleOf(*store, 7), "seven");
+}
+
+TEST(InnerTransaction, CanFollowAnotherAndHaveOneOfItsOwn) {
+  const auto store = TwoRows();
+  Transaction outer(*store);
+  { const Transaction undone(*store); }
+  Transaction inner(*store);
+  ChangeTitle(*store, 4, "inner");
+  {
+    const Transaction innermost(*store);
+    ChangeTitle(*store, 4, "innermost");
+  }
+  inner.Commit();
+  outer.Commit();
+  EXPECT_EQ(TitleOf(*store, 4), "inner");
+}
+
+// The engine undoes a change by itself where it cannot go on, such as on a full disk.
+TEST(InnerTransaction, CannotBeginInAChangeThatTheEngineHasUndone) {
+  const auto store = TwoRows();
+  store->BeginTrans();
+  ChangeTitle(*store, 4, "outer");
+  UndoAsTheEngineDoes(*store);
+  EXPECT_TRUE(Raises(FailureNumber::kStoreUnusable, [&] { store->BeginTrans(); }));
+  EXPECT_TRUE(Raises(FailureNumber::kStoreUnusable, [&] { store->CommitTrans(); }));
+  store->Rollback();
+  EXPECT_EQ(TitleOf(*store, 4), "four");
+  Transaction next(*store);
+  ChangeTitle(*store, 7, "changed");
+  next.Commit();
+  EXPECT_EQ(TitleOf(*store, 7), "changed");
+}
+
+TEST(Snapshot, WithinAChangeShowsTheChange) {
+  const auto store = TwoRows();
+  Transaction transaction(*store);
+  ChangeTitle(*store, 7, "changed");
+  {
+    const Snapshot snapshot(*store);
+    const Snapshot inner(*store);
+    EXPECT_EQ(TitleOf(*store, 7), "changed");
+  }
+  transaction.Commit();
+  EXPECT_EQ(TitleOf(*store, 7), "changed");
+}
+
+TEST(Snapshot, WithinAChangeLeavesItToBeUndone) {
+  const auto store = TwoRows();
+  {
+    const Transaction transaction(*store);
+    ChangeTitle(*store, 7, "changed");
+    { const Snapshot snapshot(*store); }
+    EXPECT_EQ(TitleOf(*store, 7), "changed");
+  }
+  EXPECT_EQ(TitleOf(*store, 7), "seven");
+}
+
+TEST(Snapshot, WithinAChangeEndsBeforeIt) {
+  const auto store = TwoRows();
+  Transaction transaction(*store);
+  ChangeTitle(*store, 7, "changed");
+  {
+    const Snapshot snapshot(*store);
+    EXPECT_TRUE(Raises(FailureNumber::kInvalidCall, [&] { transaction.Commit(); }));
+  }
+  transaction.Commit();
+  EXPECT_EQ(TitleOf(*store, 7), "changed");
+}
+
+TEST(Snapshot, BehindAChangeIsItsOwnAgain) {
+  const auto store = TwoRows();
+  {
+    const Transaction transaction(*store);
+    const Snapshot snapshot(*store);
+  }
+  { const Snapshot snapshot(*store); }
   Transaction transaction(*store);
   ChangeTitle(*store, 7, "changed");
   transaction.Commit();

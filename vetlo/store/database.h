@@ -97,11 +97,14 @@ class Database : public FailureListener {
   virtual std::unique_ptr<Recordset> OpenRecordset(std::string_view strSource,
                                                    RecordsetType type) = 0;
 
-  // While a snapshot is held all recordsets show one state of the store. Snapshots nest.
+  // While a snapshot is held all recordsets show one state of the store. Snapshots nest. One within
+  // a change shows what the change has done so far, and is released before the change ends.
   virtual void HoldSnapshot() = 0;
   virtual void ReleaseSnapshot() noexcept = 0;
 
-  // One change of the store, whole or not at all. Not while a snapshot is held.
+  // One change of the store, whole or not at all; neither begun nor committed while a snapshot is
+  // held. Changes nest: an inner one can be undone by itself, and one that is committed lasts if
+  // the outer one does.
   virtual void BeginTrans() = 0;
   virtual void CommitTrans() = 0;
   virtual void Rollback() noexcept = 0;

@@ -100,6 +100,7 @@ bool IsAllowed(int action, const char* first, const char* second, bool writable)
   switch (action) {
     case SQLITE_SELECT:
     case SQLITE_TRANSACTION:
+    case SQLITE_SAVEPOINT:
       return true;
     case SQLITE_READ:
       return first != nullptr && FindTable(first) != nullptr;

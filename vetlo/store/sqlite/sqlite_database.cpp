@@ -41,7 +41,11 @@ void SqliteDatabase::HoldSnapshot() {
       commit_.emplace(connection_.handle(), "COMMIT");
       begin_.emplace(connection_.handle(), "BEGIN");
     }
-    Run(*begin_);
+    const bool begins = !InTransaction();
+    if (begins) {
+      Run(*begin_);
+    }
+    snapshot_has_begun_ = begins;
     ++snapshot_number_;
   }
   ++snapshots_;
@@ -49,23 +53,42 @@ void SqliteDatabase::HoldSnapshot() {
 
 void SqliteDatabase::ReleaseSnapshot() noexcept {
   --snapshots_;
-  if (snapshots_ == 0) {
+  if (snapshots_ == 0 && snapshot_has_begun_) {
     ResumeNext([this] { Run(*commit_); });
   }
 }
 
 void SqliteDatabase::BeginTrans() {
-  if (snapshots_ > 0) {
-    throw Failure(FailureNumber::kInvalidCall, "a store cannot be changed while it is being read");
+  RequireNoSnapshot();
+  if (changes_ > 0 && !InTransaction()) {
+    throw Failure(FailureNumber::kStoreUnusable, "the change that this one belongs to was undone");
   }
-  connection_.Execute("BEGIN IMMEDIATE");
+  connection_.Execute(changes_ == 0 ? "BEGIN IMMEDIATE" : "SAVEPOINT inner");
+  ++changes_;
 }
 
-void SqliteDatabase::CommitTrans() { connection_.Execute("COMMIT"); }
+void SqliteDatabase::CommitTrans() {
+  RequireNoSnapshot();
+  connection_.Execute(changes_ <= 1 ? "COMMIT" : "RELEASE inner");
+  --changes_;
+}
 
 void SqliteDatabase::Rollback() noexcept {
   // Where the engine has rolled back by itself there is nothing left to do.
-  sqlite3_exec(connection_.handle(), "ROLLBACK", nullptr, nullptr, nullptr);
+  sqlite3_exec(connection_.handle(),
+               changes_ <= 1 ? "ROLLBACK" : "ROLLBACK TO inner; RELEASE inner", nullptr, nullptr,
+               nullptr);
+  changes_ -= changes_ > 0 ? 1 : 0;
+}
+
+void SqliteDatabase::RequireNoSnapshot() const {
+  if (snapshots_ > 0) {
+    throw Failure(FailureNumber::kInvalidCall, "a store cannot be changed while it is being read");
+  }
+}
+
+bool SqliteDatabase::InTransaction() const {
+  return sqlite3_get_autocommit(connection_.handle()) == 0;
 }
 
 TableShapes& SqliteDatabase::ShapesOf(const Table& table) {

@@ -43,6 +43,10 @@ class SqliteDatabase : public Database {
   TableShapes& ShapesOf(const Table& table);
 
  private:
+  void RequireNoSnapshot() const;
+  // Whether the engine has a transaction open: ours, or none where it has undone ours by itself.
+  [[nodiscard]] bool InTransaction() const;
+
   Connection connection_;
   // How a snapshot begins and ends; made for the first one and kept.
   std::optional<Statement> begin_;
@@ -50,6 +54,8 @@ class SqliteDatabase : public Database {
   std::unordered_map<std::string, std::unique_ptr<Shape>> shapes_;
   std::unordered_map<const Table*, TableShapes> table_shapes_;
   int snapshots_ = 0;
+  bool snapshot_has_begun_ = false;  // else it takes part in a change
+  int changes_ = 0;                  // that were begun, one within the other
   std::int64_t snapshot_number_ = 0;
 };
 

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "tests/support/raises.h"
 #include "tests/support/small_store.h"
 
 namespace vetlo {
@@ -136,6 +137,41 @@ TEST(MoveLast, LandsOnTheLastEnteredOfTies) {
   EXPECT_EQ(rec->Fields("Price"), Variant(5.0));
 }
 
+// Transactions whose accounts and dates rise and fall while their numbers rise.
+std::unique_ptr<Database> MixedTransactions() {
+  SmallStore store;
+  for (int i = 1; i <= 40; ++i) {
+    store.Transaction({.date = Day(2026, 3, 1 + i * 7 % 31), .account = i * 7 % 41});
+  }
+  return store.Open();
+}
+
+// The order is free there, and no other end to begin at.
+TEST(MoveLast, LandsWhereAWalkOverTransactionsInAnyOrderEnds) {
+  for (const char* condition :
+       {"AccountNumber> 0", "TransactionDate>=#2026-03-05#", "TransactionRecordNumber= 7"}) {
+    const auto store = MixedTransactions();
+    const std::string text = "SELECT * FROM TransactionRecord WHERE " + std::string(condition);
+    for (const char* reader : {"first", "second"}) {
+      const auto rec = store->OpenRecordset(text);
+      rec->MoveLast();
+      const Variant last = rec->Fields("TransactionRecordNumber");
+      rec->MoveNext();
+      EXPECT_TRUE(rec->Eof()) << reader << " reader of " << text;
+      std::vector<Variant> walked;
+      ForEachRow(*rec,
+                 [&](Recordset& row) { walked.push_back(row.Fields("TransactionRecordNumber")); });
+      EXPECT_EQ(last, walked.back()) << reader << " reader of " << text;
+    }
+  }
+}
+
+TEST(MoveLast, FindsNoRowWhereAFreeOrderHasNone) {
+  const auto store = MixedTransactions();
+  const auto rec = store->OpenRecordset("SELECT * FROM TransactionRecord WHERE AccountNumber< 0");
+  EXPECT_TRUE(Raises(FailureNumber::kNoCurrentRecord, [&] { rec->MoveLast(); }));
+}
+
 // What a text or table shows where nobody asks for an order.
 TEST(OrderOfTheKey, HoldsInATextWithoutAnOrder) {
   const auto store = SmallStore()
@@ -195,15 +231,6 @@ TEST(OrderOfTheKey, GroupsARepeatableKeyAndKeepsTheOrderOfEntryInIt) {
   }
   EXPECT_THAT(TextsIn(*builder.Open(), "AssociatedAccountInfo", "AssociatedAccountNumber"),
               ElementsAre("9", "4", "1", "0"));
-}
-
-// Transactions whose accounts and dates rise and fall while their numbers rise.
-std::unique_ptr<Database> MixedTransactions() {
-  SmallStore store;
-  for (int i = 1; i <= 40; ++i) {
-    store.Transaction({.date = Day(2026, 3, 1 + i * 7 % 31), .account = i * 7 % 41});
-  }
-  return store.Open();
 }
 
 std::vector<std::int32_t> NumbersOfTransactions(Database& store) {

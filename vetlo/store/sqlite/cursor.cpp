@@ -158,7 +158,11 @@ void Cursor::MoveLast() {
     RaiseNoRow();
   }
   Stop();
-  Start(shape_.learned(), Direction::kLastRowFirst);
+  if (shape_.plan().order.empty()) {
+    WalkToLastRow(shape_.learned());
+  } else {
+    Start(shape_.learned(), Direction::kLastRowFirst);
+  }
 }
 
 Variant Cursor::Value(std::size_t column) {
@@ -220,6 +224,20 @@ void Cursor::Step() {
   const bool row = select_->statement.Step();
   state_ = row ? State::kOnRow : State::kPastEnd;
   ordinal_ += row ? 1 : 0;
+}
+
+// Where the order is free there is no other end to begin at.
+void Cursor::WalkToLastRow(ColumnSet columns) {
+  Start(columns, Direction::kForward);
+  while (state_ == State::kOnRow) {
+    Step();
+  }
+  const std::int64_t rows = ordinal_;
+  shape_.GiveBack(std::move(select_));
+  Start(columns, Direction::kForward);
+  while (ordinal_ < rows && state_ == State::kOnRow) {
+    Step();
+  }
 }
 
 bool Cursor::NarrowToLearned() {

@@ -94,6 +94,8 @@ class Cursor {
   void Start(ColumnSet columns, Direction direction);
   void Stop() noexcept;
   void Step();
+  // Walks to the end to count the rows, and once more to the last of them.
+  void WalkToLastRow(ColumnSet columns);
   // Goes on with the learned columns alone, at the first row not shown yet; false where there is
   // nothing to drop, or where coming back to that row costs more than dropping it saves.
   bool NarrowToLearned();

@@ -4,21 +4,13 @@
 #include "vetlo/platform/failure.h"
 
 namespace quillmarsh {
-namespace {
-
-std::string WordsOf(const vetlo::Failure& failure) {
-  const std::string text = failure.what();
-  return text.empty() ? "failure " + std::to_string(failure.number()) : text;
-}
-
-}  // namespace
 
 void ReadBackDatabase::CommitTrans() {
   failure_.reset();
   try {
     rows_ = ReadSettingsRows(Store());
   } catch (const vetlo::Failure& failure) {
-    failure_ = WordsOf(failure);
+    failure_ = failure.what();
   }
   ForwardingDatabase::CommitTrans();
 }

@@ -34,6 +34,8 @@ const char* MeaningOf(std::int32_t number) noexcept {
       return "the store cannot be used";
     case FailureNumber::kBadSqlText:
       return "a question to the store is not understood";
+    case FailureNumber::kDuplicateKey:
+      return "what is to be added is there already";
     case FailureNumber::kNoSuchColumn:
       return "there is no such column";
     case FailureNumber::kObjectClosed:

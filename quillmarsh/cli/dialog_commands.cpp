@@ -307,9 +307,9 @@ void CustomizeCommand(const CustomizeArguments& arguments, std::ostream& out) {
       arguments.store, arguments.row, [&](const Form& form) { Customize(form, arguments); }, out);
 }
 
-void ResetCommand(const std::string& store, const std::string& row, std::ostream& out) {
+void ResetCommand(const ResetArguments& arguments, std::ostream& out) {
   CustomizeRow(
-      store, row, [](const Form& form) { Press(form, "cmdReset"); }, out);
+      arguments.store, arguments.row, [](const Form& form) { Press(form, "cmdReset"); }, out);
 }
 
 void FavoriteCommand(const FavoriteArguments& arguments, std::ostream& out) {
@@ -327,9 +327,9 @@ void FavoriteCommand(const FavoriteArguments& arguments, std::ostream& out) {
   RequireWhole(opened.Store());
 }
 
-void UnfavoriteCommand(const std::string& store, const std::string& name, std::ostream& out) {
-  OpenedForChange opened(store);
-  const SettingsRowFacts favorite = FindFavorite(ReadSettingsRows(opened.Unkept()), name);
+void UnfavoriteCommand(const UnfavoriteArguments& arguments, std::ostream& out) {
+  OpenedForChange opened(arguments.store);
+  const SettingsRowFacts favorite = FindFavorite(ReadSettingsRows(opened.Unkept()), arguments.name);
   vetlo::Services().DeleteChartReportSubType(opened.Store(), opened.Rows(), favorite.number);
   out << "Removed " + LineOf(favorite);
 }

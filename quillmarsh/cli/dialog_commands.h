@@ -25,8 +25,13 @@ struct CustomizeArguments {
 
 void CustomizeCommand(const CustomizeArguments& arguments, std::ostream& out);
 
+struct ResetArguments {
+  std::string store;
+  std::string row;
+};
+
 // Puts a row back to the defaults of its report number.
-void ResetCommand(const std::string& store, const std::string& row, std::ostream& out);
+void ResetCommand(const ResetArguments& arguments, std::ostream& out);
 
 struct FavoriteArguments {
   std::string store;
@@ -41,7 +46,12 @@ struct FavoriteArguments {
 // caller keeps those that are given here, any other those of its row.
 void FavoriteCommand(const FavoriteArguments& arguments, std::ostream& out);
 
+struct UnfavoriteArguments {
+  std::string store;
+  std::string name;
+};
+
 // Takes the favourite of this name away.
-void UnfavoriteCommand(const std::string& store, const std::string& name, std::ostream& out);
+void UnfavoriteCommand(const UnfavoriteArguments& arguments, std::ostream& out);
 
 }  // namespace quillmarsh

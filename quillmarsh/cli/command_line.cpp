@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "quillmarsh/cli/left_out.h"
+#include "quillmarsh/cli/nearest.h"
 #include "quillmarsh/cli/program.h"
 #include "quillmarsh/cli/user_error.h"
 #include "quillmarsh/terminal/safe_text.h"
@@ -39,6 +40,24 @@ std::vector<std::string> WordsOf(int argc, const char* const* argv) {
     words.push_back(word);
   }
   return words;
+}
+
+// What a user is told whose first word is no command, or nothing.
+std::string UnknownCommand(const CLI::App& app, const std::vector<std::string>& words) {
+  if (words.empty() || words.front().starts_with('-')) {
+    return {};
+  }
+  std::vector<std::string> commands;
+  for (const CLI::App* const command : app.get_subcommands({})) {
+    commands.push_back(command->get_name());
+  }
+  const std::string& word = words.front();
+  if (std::ranges::find(commands, word) != commands.end()) {
+    return {};
+  }
+  const std::string hint = DidYouMean(word, commands);
+  return "there is no command '" + word + "'" +
+         (hint.empty() ? "; 'quillmarsh --help' shows what there is" : hint);
 }
 
 int Misused(const CLI::App& app, const CLI::ParseError& error, Program& program) {
@@ -92,6 +111,10 @@ int RunWords(int argc, const char* const* argv, Program& program) {
   AddComponentCommands(app, program);
   try {
     std::vector<std::string> words = WordsOf(argc, argv);
+    if (const std::string error = UnknownCommand(app, words); !error.empty()) {
+      Tell(program, error);
+      return kExitMisused;
+    }
     std::ranges::reverse(words);  // the parser takes them from the end
     app.parse(std::move(words));
   } catch (const CLI::ParseError& error) {

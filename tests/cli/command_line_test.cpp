@@ -133,7 +133,14 @@ TEST_P(BadInput, GetsOneLineThatSaysWhatAndWhatToDo) {
 INSTANTIATE_TEST_SUITE_P(
     Words, BadInput,
     ::testing::Values(
-        BadCase{"NoCommand", {}, "--help"}, BadCase{"UnknownCommand", {"dance"}, "dance"},
+        BadCase{"NoCommand", {}, "--help"},
+        BadCase{"UnknownCommand",
+                {"dance"},
+                "there is no command 'dance'; 'quillmarsh --help' shows what there is\n"},
+        BadCase{"MistypedCommand",
+                {"lst", "HOME"},
+                "there is no command 'lst'; did you mean 'list'?\n"},
+        BadCase{"EmptyCommand", {""}, "there is no command ''; "},
         BadCase{"NoFile", {"list"}, "FILE"},
         BadCase{"MissingFile", {"list", "nowhere.qm"}, "no such file"},
         BadCase{"Folder", {"list", "."}, "no regular file"},

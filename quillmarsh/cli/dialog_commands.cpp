@@ -10,6 +10,7 @@
 #include "quillmarsh/cli/read_back.h"
 #include "quillmarsh/cli/settings_rows.h"
 #include "quillmarsh/cli/store_file.h"
+#include "quillmarsh/cli/subjects.h"
 #include "quillmarsh/cli/user_error.h"
 #include "quillmarsh/terminal/safe_text.h"
 #include "vetlo/platform/text.h"
@@ -119,13 +120,12 @@ void ChooseForm(const Form& form, const std::optional<std::string>& as) {
   if (!as) {
     return;
   }
-  if (as != "chart" && as != "report") {
-    throw UserError("--as takes report or chart, not '" + *as + "'");
-  }
-  const auto index = static_cast<std::int32_t>(as == "chart" ? vetlo::ChartOrReport::kChart
-                                                             : vetlo::ChartOrReport::kReport);
+  constexpr std::array<std::string_view, 2> kForms = {"report", "chart"};
+  const bool chart = ChoiceArgument("--as", kForms, *as) == 1;
+  const auto index = static_cast<std::int32_t>(chart ? vetlo::ChartOrReport::kChart
+                                                     : vetlo::ChartOrReport::kReport);
   Choose(form, Indexed("optChartOrReportType", index),
-         as == "chart" ? "this report has no chart" : "this row's report number has no report");
+         chart ? "this report has no chart" : "this row's report number has no report");
 }
 
 void ChooseKind(const Form& form, const std::optional<std::string>& kind) {
@@ -138,14 +138,13 @@ void SwitchLegend(const Form& form, const std::optional<std::string>& legend) {
   if (!legend) {
     return;
   }
-  if (legend != "on" && legend != "off") {
-    throw UserError("--legend takes on or off, not '" + *legend + "'");
-  }
+  constexpr std::array<std::string_view, 2> kStates = {"on", "off"};
+  const bool on = ChoiceArgument("--legend", kStates, *legend) == 0;
   auto& box = The<vetlo::CheckBox>(form, "chkLegend");
   if (!box.InUse()) {
     throw UserError("this report has no chart, and so no legend");
   }
-  if (box.Checked() != (legend == "on")) {
+  if (box.Checked() != on) {
     box.Toggle();
   }
 }
@@ -249,21 +248,15 @@ void RequireAChange(const CustomizeArguments& arguments) {
 
 // ---- favourites
 
-struct Parameters {
-  Variant first;
-  Variant second;
-};
-
 // What the favourite shows: a row's own parameters, or of a row that has none those given here.
-Parameters ParametersOf(const FavoriteArguments& arguments, const SettingsRowFacts& row) {
-  const Variant first = ParameterArgument(arguments.parameter1);
-  const Variant second = ParameterArgument(arguments.parameter2);
-  const bool given = !vetlo::IsEmpty(first) || !vetlo::IsEmpty(second);
+Parameters ParametersOf(const FavoriteArguments& arguments, vetlo::Database& store,
+                        const SettingsRowFacts& row) {
   if (row.group == vetlo::kCallerParametersGroup) {
-    RequireSubject(row.report_number, first, second);
-    return {first, second};
+    const Parameters given = GivenParameters(arguments.parameter1, arguments.parameter2);
+    RequireSubject(store, row.report_number, given);
+    return given;
   }
-  if (given) {
+  if (arguments.parameter1 || arguments.parameter2) {
     throw UserError(
         "this row takes no parameters from the command line; --parameter1 and --parameter2 go "
         "with the histories that do");
@@ -315,7 +308,7 @@ void ResetCommand(const ResetArguments& arguments, std::ostream& out) {
 void FavoriteCommand(const FavoriteArguments& arguments, std::ostream& out) {
   OpenedForChange opened(arguments.store);
   const SettingsRowFacts row = FindSettingsRow(opened.Unkept(), arguments.row);
-  const Parameters parameters = ParametersOf(arguments, row);
+  const Parameters parameters = ParametersOf(arguments, opened.Unkept(), row);
   DialogUser user([&](const Form& form) { NameFavorite(form, arguments.name); });
   user.AnswerYesFor("--replace", arguments.replace);
   opened.Work(user, [&](vetlo::Tamo& component) {

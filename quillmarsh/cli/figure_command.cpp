@@ -9,12 +9,15 @@
 #include "quillmarsh/cli/json_text.h"
 #include "quillmarsh/cli/left_out.h"
 #include "quillmarsh/cli/loaded_component.h"
+#include "quillmarsh/cli/nearest.h"
 #include "quillmarsh/cli/store_file.h"
+#include "quillmarsh/cli/subjects.h"
 #include "quillmarsh/cli/user_error.h"
 #include "quillmarsh/terminal/locale.h"
 #include "quillmarsh/terminal/terminal_platform.h"
 #include "vetlo/platform/failure.h"
 #include "vetlo/services/common_services.h"
+#include "vetlo/store/model.h"
 
 namespace quillmarsh {
 namespace {
@@ -82,46 +85,50 @@ Answer Budget(const Question& question) {
       question.component.TotalBudgetOfDateRange(question.cur, question.from, question.to), {}, {}};
 }
 
-// Which options an operation takes beside --to.
-enum Takes : unsigned { kToAlone = 0, kFrom = 1, kNumber = 2, kAmounts = 4 };
+// What an operation is asked about, and so which options it takes beside --to.
+enum class About : std::uint8_t {
+  kOneDay,
+  kPeriod,       // --from
+  kCategory,     // --from, and --number or --unassigned
+  kSubCategory,  // --from, and --number, with --unassigned that of a category
+  kBudget,       // --from and --cur
+};
 
 struct Operation {
   const char* name;
-  unsigned takes;
-  bool number_needed;  // unless --unassigned stands in its place
+  About about;
   Answer (*answer)(const Question& question);
 };
 
 constexpr std::array kOperations = {
-    Operation{"TotalAssets", kToAlone, false, OnDate<&Tamo::TotalAssets>},
-    Operation{"TotalLiabilities", kToAlone, false, OnDate<&Tamo::TotalLiabilities>},
-    Operation{"TotalCreditCardDebt", kToAlone, false, CreditCardDebt},
-    Operation{"TotalIncome", kFrom, false, Between<&Tamo::TotalIncome>},
-    Operation{"TotalExpenses", kFrom, false, Between<&Tamo::TotalExpenses>},
-    Operation{"TotalIncomeOfCategory", kFrom | kNumber, false,
-              OfCategory<&Tamo::TotalIncomeOfCategory>},
-    Operation{"TotalExpensesOfCategory", kFrom | kNumber, false,
+    Operation{"TotalAssets", About::kOneDay, OnDate<&Tamo::TotalAssets>},
+    Operation{"TotalLiabilities", About::kOneDay, OnDate<&Tamo::TotalLiabilities>},
+    Operation{"TotalCreditCardDebt", About::kOneDay, CreditCardDebt},
+    Operation{"TotalIncome", About::kPeriod, Between<&Tamo::TotalIncome>},
+    Operation{"TotalExpenses", About::kPeriod, Between<&Tamo::TotalExpenses>},
+    Operation{"TotalIncomeOfCategory", About::kCategory, OfCategory<&Tamo::TotalIncomeOfCategory>},
+    Operation{"TotalExpensesOfCategory", About::kCategory,
               OfCategory<&Tamo::TotalExpensesOfCategory>},
-    Operation{"TotalIncomeOfSubCategory", kFrom | kNumber, true,
+    Operation{"TotalIncomeOfSubCategory", About::kSubCategory,
               OfCategory<&Tamo::TotalIncomeOfSubCategory>},
-    Operation{"TotalExpensesOfSubCategory", kFrom | kNumber, true,
+    Operation{"TotalExpensesOfSubCategory", About::kSubCategory,
               OfCategory<&Tamo::TotalExpensesOfSubCategory>},
-    Operation{"TotalBudgetOfDateRange", kFrom | kAmounts, false, Budget},
+    Operation{"TotalBudgetOfDateRange", About::kBudget, Budget},
 };
 
-std::string OperationNames() {
-  std::string names;
-  for (const std::string& name : FigureOperations()) {
-    names += (names.empty() ? "" : ", ") + name;
-  }
-  return names;
-}
-
 const Operation& OperationNamed(const std::string& name) {
-  const auto* const found = std::ranges::find_if(
-      kOperations, [&](const Operation& operation) { return operation.name == name; });
+  const auto* const found = std::ranges::find_if(kOperations, [&](const Operation& operation) {
+    return vetlo::EqualsIgnoringCase(operation.name, name);
+  });
   if (found == kOperations.end()) {
-    throw UserError("there is no figure '" + name + "'; there are " + OperationNames());
+    const std::vector<std::string> names = FigureOperations();
+    std::string list;
+    for (const std::string& known : names) {
+      list += (list.empty() ? "" : ", ") + known;
+    }
+    const std::string hint = DidYouMean(name, names);
+    throw UserError("there is no figure '" + name + "'" +
+                    (hint.empty() ? "; there are " + list : hint));
   }
   return *found;
 }
@@ -132,18 +139,34 @@ void Refuse(bool refused, const Operation& operation, const std::string& option)
   }
 }
 
-void CheckOptions(const FigureArguments& arguments, const Operation& operation) {
-  Refuse(!arguments.from.empty() && (operation.takes & kFrom) == 0, operation, "--from");
-  Refuse(arguments.number && (operation.takes & kNumber) == 0, operation, "--number");
-  Refuse(arguments.unassigned && (operation.takes & kNumber) == 0, operation, "--unassigned");
-  Refuse(!arguments.cur.empty() && (operation.takes & kAmounts) == 0, operation, "--cur");
-  if (operation.number_needed && !arguments.number) {
-    throw UserError(std::string(operation.name) +
-                    " takes --number, of a subcategory, or with "
-                    "--unassigned of a category");
+void CheckNumber(const FigureArguments& arguments, const Operation& operation) {
+  const std::string name = operation.name;
+  const bool of_category = operation.about == About::kCategory;
+  const bool of_part = of_category || operation.about == About::kSubCategory;
+  Refuse(arguments.number && !of_part, operation, "--number");
+  Refuse(arguments.unassigned && !of_part, operation, "--unassigned");
+  if (of_category && arguments.number && arguments.unassigned) {
+    throw UserError(name + " takes --number or --unassigned, not both");
   }
-  if (arguments.format != "text" && arguments.format != "json") {
-    throw UserError("--format takes text or json, not '" + arguments.format + "'");
+  if (of_category && !arguments.number && !arguments.unassigned) {
+    throw UserError(name + " takes --number, of a category, or --unassigned");
+  }
+  if (operation.about == About::kSubCategory && !arguments.number) {
+    throw UserError(name + " takes --number, of a subcategory, or with --unassigned of a category");
+  }
+}
+
+void CheckOptions(const FigureArguments& arguments, const Operation& operation) {
+  const bool reads_store = operation.about != About::kBudget;
+  Refuse(arguments.from && operation.about == About::kOneDay, operation, "--from");
+  Refuse(arguments.cur && reads_store, operation, "--cur");
+  CheckNumber(arguments, operation);
+  if (reads_store && arguments.store == "-") {
+    throw UserError(std::string(operation.name) + " reads a store: give its file instead of -");
+  }
+  if (!reads_store && arguments.store != "-") {
+    throw UserError(std::string(operation.name) + " reads no store: give - instead of '" +
+                    arguments.store + "'");
   }
 }
 
@@ -153,6 +176,15 @@ std::int32_t NumberArgument(const std::optional<std::string>& text) {
     throw UserError("--number takes a whole number, not '" + *text + "'");
   }
   return *number;
+}
+
+// What --number is the number of must be there.
+void RequirePart(const Operation& operation, const Question& question, Database& store) {
+  const bool of_category = operation.about == About::kCategory;
+  if (operation.about == About::kSubCategory || (of_category && !question.unassigned)) {
+    const bool category = of_category || question.unassigned;
+    RequireThereIs(store, category ? Subject::kCategory : Subject::kSubCategory, question.number);
+  }
 }
 
 std::vector<Currency> AmountsArgument(const std::string& text) {
@@ -214,22 +246,25 @@ std::vector<std::string> FigureOperations() {
 void FigureCommand(const FigureArguments& arguments, std::ostream& out) {
   const Operation& operation = OperationNamed(arguments.operation);
   CheckOptions(arguments, operation);
+  constexpr std::array<std::string_view, 2> kFormats = {"text", "json"};
+  const bool json = ChoiceArgument("--format", kFormats, arguments.format) == 1;
   TerminalPlatform platform(EnvironmentLocale());
   Tamo component = LoadComponent().NewTamo(platform);
   Question question{component};
-  question.from = DateArgumentOr("--from", arguments.from, vetlo::Services().EarliestDate());
-  question.to = DateArgumentOr("--to", arguments.to, vetlo::Services().LatestDate());
+  question.from = PeriodEnd("--from", arguments.from).value_or(vetlo::Services().EarliestDate());
+  question.to = PeriodEnd("--to", arguments.to).value_or(vetlo::Services().LatestDate());
+  RequireOrder(question.from, question.to);
   question.number = NumberArgument(arguments.number);
   question.unassigned = arguments.unassigned;
   std::unique_ptr<Database> store;
   std::optional<vetlo::KeptStore> kept;
-  if ((operation.takes & kAmounts) != 0) {
-    question.cur = AmountsArgument(arguments.cur);
+  if (operation.about == About::kBudget) {
+    question.cur = AmountsArgument(arguments.cur.value_or(""));
   } else {
     store = OpenStoreFile(arguments.store, vetlo::StoreAccess::kReadOnly);
+    RequirePart(operation, question, *store);
     question.store = &kept.emplace(*store);
   }
-  const bool json = arguments.format == "json";
   try {
     const Answer answer = operation.answer(question);
     out << (json ? JsonAnswer(operation, answer)

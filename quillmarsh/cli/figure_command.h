@@ -10,12 +10,12 @@ namespace quillmarsh {
 struct FigureArguments {
   std::string store;  // "-" for the operation that reads none
   std::string operation;
-  std::string from;
-  std::string to;
+  std::optional<std::string> from;  // empty for an open end
+  std::optional<std::string> to;
   std::optional<std::string> number;
   bool unassigned = false;
-  std::string cur;              // twelve amounts, joined by commas
-  std::string format = "text";  // or "json"
+  std::optional<std::string> cur;  // twelve amounts, joined by commas
+  std::string format = "text";     // or "json"
 };
 
 // The names of the operations, for the help.

@@ -11,7 +11,7 @@
 namespace quillmarsh {
 namespace {
 
-void AddToday(CLI::App& command, std::string& today) {
+void AddToday(CLI::App& command, std::optional<std::string>& today) {
   command.add_option("--today", today, "draw as of this day, such as 2026-03-31 (default: today)");
 }
 
@@ -48,10 +48,12 @@ void AddReport(CLI::App& app, Program& program) {
   command->add_option("--title", arguments->title, "the title (default: the report's own)");
   command->add_option("--range", arguments->range, kRangeHelp);
   command->add_option("--n", arguments->n, kNumberHelp);
-  command->add_option("--from", arguments->from,
-                      "the first day, such as 2026-03-01, for custom-dates");
-  command->add_option("--to", arguments->to,
-                      "the last day, such as 2026-03-31, for custom-dates and up-to-a-date");
+  command->add_option(
+      "--from", arguments->from,
+      "the first day, such as 2026-03-01, for custom-dates; empty for an open start");
+  command->add_option(
+      "--to", arguments->to,
+      "the last day, such as 2026-03-31, for custom-dates and up-to-a-date; empty for an open end");
   AddToday(*command, arguments->today);
   AddParameters(*command, arguments->parameter1, arguments->parameter2);
   RunsWith(*command, program, arguments, ReportCommand);

@@ -4,8 +4,10 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <charconv>
 #include <cstdio>
 #include <cstring>
+#include <limits>
 #include <ostream>
 
 #include "quillmarsh/cli/arguments.h"
@@ -87,9 +89,21 @@ std::function<void(std::int64_t, std::int64_t)> ProgressOn(std::ostream& err,
   };
 }
 
-vetlo::Date LastDay(const std::string& until) {
-  return until.empty() ? vetlo::DayOf(TerminalPlatform(vetlo::NumberLocale{}).Now())
-                       : DateArgument("--until", until);
+vetlo::Date LastDay(const std::optional<std::string>& until) {
+  return until ? DateArgument("--until", *until)
+               : vetlo::DayOf(TerminalPlatform(vetlo::NumberLocale{}).Now());
+}
+
+std::uint64_t SeedArgument(const std::string& text) {
+  std::uint64_t seed = 0;
+  const char* const last = text.data() + text.size();
+  const auto [end, error] = std::from_chars(text.data(), last, seed);
+  if (error != std::errc{} || end != last) {
+    throw UserError("--seed takes a whole number from 0 to " +
+                    std::to_string(std::numeric_limits<std::uint64_t>::max()) + ", not '" + text +
+                    "'");
+  }
+  return seed;
 }
 
 }  // namespace
@@ -104,7 +118,7 @@ void SampleCommand(const SampleArguments& arguments, std::ostream& out, std::ost
   HouseholdPlan plan;
   plan.years = static_cast<std::int32_t>(arguments.years);
   plan.transactions = arguments.transactions;
-  plan.seed = arguments.seed;
+  plan.seed = SeedArgument(arguments.seed);
   plan.today = LastDay(arguments.until);
   plan.catalogue = CatalogueRows();
   plan.progress = ProgressOn(err, arguments.transactions);

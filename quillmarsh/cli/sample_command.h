@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <iosfwd>
+#include <optional>
 #include <string>
 
 namespace quillmarsh {
@@ -10,8 +11,8 @@ struct SampleArguments {
   std::string file;
   std::int64_t years = 3;
   std::int64_t transactions = 5000;
-  std::uint64_t seed = 1;
-  std::string until;
+  std::string seed = "1";
+  std::optional<std::string> until;
   bool force = false;
 };
 

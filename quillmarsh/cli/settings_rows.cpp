@@ -72,30 +72,6 @@ std::string NumbersOf(const std::vector<SettingsRowFacts>& rows) {
   return numbers;
 }
 
-// What the subject of a history is, for whoever has not named one.
-std::string_view SubjectOf(std::int32_t report_number) {
-  switch (report_number) {
-    case 25:
-      return "an account: --parameter1 its AccountNumber";
-    case 26:
-      return "an investment account: --parameter1 its AccountNumber";
-    case 27:
-      return "an investment: --parameter1 its AccountItemNumber";
-    case 28:
-      return "a payee: --parameter1 its PayeeNumber";
-    case 29:
-      return "a category: --parameter1 its CategoryNumber, or --parameter2 a SubCategoryNumber";
-    case 30:
-      return "a classification item: --parameter1 its number, or --parameter2 a sub-item's";
-    default:
-      return {};
-  }
-}
-
-bool IsNumber(const Variant& parameter) {
-  return vetlo::ResumeNext([&] { vetlo::ToLong(parameter); }) == 0;
-}
-
 vetlo::Date DateOr(const Variant& value, vetlo::Date otherwise) {
   return vetlo::IsNull(value) ? otherwise : vetlo::ToDate(value);
 }
@@ -130,22 +106,6 @@ SettingsRowFacts FindSettingsRow(vetlo::Database& store, const std::string& row)
                     "; name one by its number: " + NumbersOf(found));
   }
   return found.front();
-}
-
-void RequireSubject(std::int32_t report_number, const Variant& first, const Variant& second) {
-  const std::string_view subject = SubjectOf(report_number);
-  if (subject.empty()) {
-    return;
-  }
-  const std::string what = "report number " + std::to_string(report_number) +
-                           " is the history of " + std::string(subject);
-  if (vetlo::IsEmpty(first) && vetlo::IsEmpty(second)) {
-    throw UserError(what);
-  }
-  const bool second_counts = subject.find("--parameter2") != std::string_view::npos;
-  if (!IsNumber(first) && !(second_counts && IsNumber(second))) {
-    throw UserError(what + "; what was given is no such number");
-  }
 }
 
 std::string FormText(const SettingsRowFacts& row) {

@@ -32,11 +32,6 @@ std::vector<SettingsRowFacts> ReadSettingsRows(vetlo::Database& store);
 // none or more than one.
 SettingsRowFacts FindSettingsRow(vetlo::Database& store, const std::string& row);
 
-// A history needs the number of what it is the history of: fails with a UserError that names the
-// option where none is given.
-void RequireSubject(std::int32_t report_number, const vetlo::Variant& first,
-                    const vetlo::Variant& second);
-
 // "report", "bar chart", ...
 std::string FormText(const SettingsRowFacts& row);
 

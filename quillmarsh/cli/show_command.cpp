@@ -10,6 +10,7 @@
 #include "quillmarsh/cli/momentary_row.h"
 #include "quillmarsh/cli/settings_rows.h"
 #include "quillmarsh/cli/store_file.h"
+#include "quillmarsh/cli/subjects.h"
 #include "quillmarsh/cli/user_error.h"
 #include "quillmarsh/terminal/chart_text.h"
 #include "quillmarsh/terminal/locale.h"
@@ -29,16 +30,6 @@ using vetlo::DateRange;
 using vetlo::ReportDefaults;
 using vetlo::Variant;
 
-struct Parameters {
-  Variant first;
-  Variant second;
-};
-
-Parameters GivenParameters(const std::optional<std::string>& first,
-                           const std::optional<std::string>& second) {
-  return {ParameterArgument(first), ParameterArgument(second)};
-}
-
 // What the component drew, as text; nothing where it drew neither. A chart whose figures failed has
 // its title and no figures, one whose dates failed nothing at all.
 std::string Drawn(const vetlo::ChartModel& chart, const vetlo::Document& report, bool failed,
@@ -52,8 +43,9 @@ std::string Drawn(const vetlo::ChartModel& chart, const vetlo::Document& report,
 
 // Draws one row in the terminal.
 void Draw(vetlo::Database& store, vetlo::Recordset& rows, std::int32_t row,
-          const Parameters& parameters, const std::string& today, std::ostream& out) {
-  TerminalPlatform platform(EnvironmentLocale(), TodayArgument(today));
+          const Parameters& parameters, const std::optional<std::string>& today,
+          std::ostream& out) {
+  TerminalPlatform platform(EnvironmentLocale(), GivenDate("--today", today));
   const std::size_t columns = TerminalColumns();
   vetlo::ChartModel chart(static_cast<float>(columns) * kTwipsPerCell);
   vetlo::Document report;
@@ -95,38 +87,34 @@ struct ChosenRange {
   Variant to = vetlo::Null{};
 };
 
-std::int32_t RangeNumberArgument(const std::string& text) {
-  const auto number = WholeNumber(text);
-  if (!number || *number < 1) {
-    throw UserError("--n takes a whole number from 1, not '" + text + "'");
-  }
-  return *number;
-}
-
-Variant DateOrOpen(const std::string& option, const std::string& text) {
-  return text.empty() ? Variant(vetlo::Null{}) : Variant(DateArgument(option, text));
+Variant DateOrNull(const std::optional<vetlo::Date>& date) {
+  return date ? Variant(*date) : Variant(vetlo::Null{});
 }
 
 // Dates without a range mean custom dates.
 ChosenRange RangeOf(const ReportArguments& arguments, const ReportDefaults& defaults) {
-  const bool dated = !arguments.from.empty() || !arguments.to.empty();
+  const bool dated = arguments.from || arguments.to;
   const DateRange unnamed = dated ? DateRange::kCustomDates : defaults.range;
   ChosenRange chosen{arguments.range ? RangeArgument(*arguments.range) : unnamed};
   const auto& facts = *vetlo::Services().DateRangeInfo(static_cast<std::int32_t>(chosen.range));
   if (arguments.n && !facts.takes_number) {
     throw UserError("--n goes with --range last-n-days or last-n-months");
   }
-  if (!arguments.from.empty() && !facts.start_editable) {
+  if (arguments.from && !facts.start_editable) {
     throw UserError("--from goes with --range custom-dates");
   }
-  if (!arguments.to.empty() && !facts.end_editable) {
+  if (arguments.to && !facts.end_editable) {
     throw UserError("--to goes with --range custom-dates or up-to-a-date");
   }
   ReportDefaults usual = defaults;
   usual.range = chosen.range;
   chosen.number = arguments.n ? RangeNumberArgument(*arguments.n) : usual.RangeNumber();
-  chosen.from = DateOrOpen("--from", arguments.from);
-  chosen.to = DateOrOpen("--to", arguments.to);
+  const auto from = PeriodEnd("--from", arguments.from);
+  const auto to = PeriodEnd("--to", arguments.to);
+  RequireOrder(from.value_or(vetlo::Services().EarliestDate()),
+               to.value_or(vetlo::Services().LatestDate()));
+  chosen.from = DateOrNull(from);
+  chosen.to = DateOrNull(to);
   return chosen;
 }
 
@@ -159,7 +147,9 @@ void ShowCommand(const ShowArguments& arguments, std::ostream& out) {
   const auto store = OpenStoreFile(arguments.store, vetlo::StoreAccess::kReadOnly);
   const SettingsRowFacts row = FindSettingsRow(*store, arguments.row);
   if (row.group == vetlo::kCallerParametersGroup) {
-    RequireSubject(row.report_number, parameters.first, parameters.second);
+    RequireSubject(*store, row.report_number, parameters);
+  } else {
+    RequireStoredSubject(*store, row);
   }
   const auto rows = store->OpenRecordset("ChartReportSubType");
   Draw(*store, *rows, row.number, parameters, arguments.today, out);
@@ -168,9 +158,9 @@ void ShowCommand(const ShowArguments& arguments, std::ostream& out) {
 void ReportCommand(const ReportArguments& arguments, std::ostream& out) {
   const ReportDefaults& defaults = DefaultsOf(arguments.number);
   const Parameters parameters = GivenParameters(arguments.parameter1, arguments.parameter2);
-  RequireSubject(defaults.number, parameters.first, parameters.second);
   MomentaryRow row(FieldsOf(arguments, defaults));
   const auto store = OpenStoreFile(arguments.store, vetlo::StoreAccess::kReadOnly);
+  RequireSubject(*store, defaults.number, parameters);
   Draw(*store, row, MomentaryRow::kNumber, parameters, arguments.today, out);
 }
 

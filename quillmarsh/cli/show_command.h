@@ -9,7 +9,7 @@ namespace quillmarsh {
 struct ShowArguments {
   std::string store;
   std::string row;  // a number or a name
-  std::string today;
+  std::optional<std::string> today;
   std::optional<std::string> parameter1;
   std::optional<std::string> parameter2;
 };
@@ -25,9 +25,9 @@ struct ReportArguments {
   std::optional<std::string> title;
   std::optional<std::string> range;
   std::optional<std::string> n;
-  std::string from;
-  std::string to;
-  std::string today;
+  std::optional<std::string> from;  // empty for an open end
+  std::optional<std::string> to;
+  std::optional<std::string> today;
   std::optional<std::string> parameter1;
   std::optional<std::string> parameter2;
 };

@@ -76,7 +76,7 @@ void TraceCommand(const TraceArguments& arguments, std::ostream& out) {
     throw UserError("ROW is the number of a settings row, not '" + arguments.row + "'");
   }
   vetlo::EventLog log;
-  TracedPlatform platform(TodayArgument(arguments.today), log);
+  TracedPlatform platform(GivenDate("--today", arguments.today), log);
   const auto store = OpenStoreFile(arguments.store, vetlo::StoreAccess::kReadOnly);
   Trace trace;
   StoreObserver observer;

@@ -9,7 +9,7 @@ namespace quillmarsh {
 struct TraceArguments {
   std::string store;
   std::string row;
-  std::string today;
+  std::optional<std::string> today;
   std::optional<std::string> parameter1;
   std::optional<std::string> parameter2;
   bool store_events = false;

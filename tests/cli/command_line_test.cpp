@@ -112,6 +112,39 @@ TEST_F(CommandLine, ARangeIsNamedByItsNumberOrItsWords) {
   EXPECT_THAT(with_range("7"), HasSubstr("2025/01/01 Through 2025/12/31"));
 }
 
+TEST_F(CommandLine, DatesAreTakenInTheFormInWhichTheyAreShown) {
+  EXPECT_EQ(Quill({"report", store_, "5", "--to", "2026/01/31"}).out,
+            Quill({"report", store_, "5", "--to", "2026-01-31"}).out);
+  EXPECT_THAT(Quill({"show", store_, "1", "--today", "2026/03/20"}).out,
+              HasSubstr("Up to 2026/03/20"));
+  EXPECT_EQ(Quill({"figure", store_, "TotalAssets", "--to", "2026/03/31"}).out, "1,234.50\n");
+  EXPECT_EQ(Quill({"trace", store_, "1", "--today", "2026/03/20"}).out,
+            Quill({"trace", store_, "1", "--today", "2026-03-20"}).out);
+  EXPECT_THAT(Quill({"sample", folder_ / "small.qm", "--until", "2026/03/20", "--years", "1",
+                     "--transactions", "200"})
+                  .out,
+              HasSubstr("up to 2026-03-20"));
+}
+
+TEST_F(CommandLine, AnEmptyDateIsAnOpenEnd) {
+  EXPECT_EQ(Quill({"report", store_, "1", "--from", "", "--to", "2026-01-31"}).out,
+            Quill({"report", store_, "1", "--to", "2026-01-31"}).out);
+  EXPECT_EQ(Quill({"report", store_, "1", "--from=", "--to="}).out,
+            Quill({"report", store_, "1", "--range", "all-dates"}).out);
+  EXPECT_EQ(Quill({"figure", store_, "TotalAssets", "--to="}).out, "1,234.50\n");
+}
+
+TEST_F(CommandLine, WordsAreTakenInAnyCaseOfLetters) {
+  EXPECT_EQ(Quill({"report", store_, "6", "--kind", "PIE"}).out,
+            Quill({"report", store_, "6", "--kind", "pie"}).out);
+  EXPECT_EQ(Quill({"figure", store_, "totalassets", "--format", "JSON"}).out,
+            "{\"operation\":\"TotalAssets\",\"result\":\"1234.5000\"}\n");
+}
+
+TEST_F(CommandLine, TheLargestNumberOfMonthsIsTaken) {
+  EXPECT_EQ(Quill({"report", store_, "1", "--range", "13", "--n", "32767"}).status, 0);
+}
+
 struct BadCase {
   const char* name;
   std::vector<std::string> words;  // HOME stands for the store file
@@ -156,19 +189,61 @@ INSTANTIATE_TEST_SUITE_P(
         BadCase{"EmptyKind", {"report", "HOME", "5", "--kind="}, "line, bar or pie"},
         BadCase{"EmptyRange", {"report", "HOME", "5", "--range="}, "--range takes"},
         BadCase{"BadRange", {"report", "HOME", "5", "--range", "soon"}, "Current Month"},
+        BadCase{"MistypedRange",
+                {"report", "HOME", "5", "--range", "prev-month"},
+                "not 'prev-month'; did you mean 'Previous Month'?"},
+        BadCase{"NOfTooMany",
+                {"report", "HOME", "1", "--range", "13", "--n", "32768"},
+                "--n takes a whole number from 1 to 32767, not '32768'"},
         BadCase{"BadN", {"report", "HOME", "5", "--range", "13", "--n", "0"}, "--n"},
         BadCase{"NWithoutRange", {"report", "HOME", "5", "--n", "3"}, "last-n-days"},
         BadCase{"FromWithoutCustom",
                 {"report", "HOME", "5", "--range", "1", "--from", "2026-01-01"},
                 "custom-dates"},
         BadCase{"BadFrom", {"report", "HOME", "5", "--from", "1.1.2026"}, "1.1.2026"},
+        BadCase{"CrossedDates",
+                {"report", "HOME", "1", "--from", "2026-03-02", "--to", "2026/03/01"},
+                "--from 2026-03-02 lies after --to 2026-03-01"},
+        BadCase{"HalfShownDate", {"report", "HOME", "5", "--to", "2026/03-31"}, "2026/03-31"},
+        BadCase{"NoSuchShownDate", {"report", "HOME", "5", "--to", "2026/02/30"}, "2026/02/30"},
+        BadCase{"ShortShownDate", {"report", "HOME", "5", "--to", "2026/3/1"}, "2026/3/1"},
+        BadCase{"EmptyToday", {"show", "HOME", "1", "--today", ""}, "--today takes a date"},
+        BadCase{"EmptyTodayOfATrace", {"trace", "HOME", "1", "--today="}, "--today takes a date"},
         BadCase{"TraceOfAName", {"trace", "HOME", "Worth"}, "Worth"},
         BadCase{"TraceOfNoStore", {"trace", "nowhere.qm", "1"}, "no such file"},
         BadCase{"TraceOnNoDay", {"trace", "HOME", "1", "--today", "today"}, "today"},
         BadCase{"UnknownFigure", {"figure", "HOME", "TotalJoy"}, "TotalAssets"},
+        BadCase{"MistypedFigure",
+                {"figure", "HOME", "TotalAsets"},
+                "there is no figure 'TotalAsets'; did you mean 'TotalAssets'?\n"},
         BadCase{"FigureOfNoDay", {"figure", "HOME", "TotalAssets", "--to", "soon"}, "soon"},
         BadCase{
             "FigureWithFrom", {"figure", "HOME", "TotalAssets", "--from", "2026-01-01"}, "--from"},
+        BadCase{"FigureOfCrossedDates",
+                {"figure", "HOME", "TotalIncome", "--from", "2026-03-02", "--to", "2026-03-01"},
+                "--from 2026-03-02 lies after --to 2026-03-01"},
+        BadCase{"FigureOfCrossedMonths",
+                {"figure", "-", "TotalBudgetOfDateRange", "--cur", "1,2,3,4,5,6,7,8,9,10,11,12",
+                 "--from", "2026-03-02", "--to", "2026-03-01"},
+                "lies after"},
+        BadCase{"FigureWithUnassigned",
+                {"figure", "HOME", "TotalIncome", "--unassigned"},
+                "TotalIncome does not take --unassigned"},
+        BadCase{"FigureWithAmounts",
+                {"figure", "HOME", "TotalAssets", "--cur", ""},
+                "TotalAssets does not take --cur"},
+        BadCase{"FigureOfACategoryAndOfNone",
+                {"figure", "HOME", "TotalIncomeOfCategory", "--number", "1", "--unassigned"},
+                "takes --number or --unassigned, not both"},
+        BadCase{"FigureOfNoCategory",
+                {"figure", "HOME", "TotalIncomeOfCategory"},
+                "takes --number, of a category, or --unassigned"},
+        BadCase{"FigureOfNoStore",
+                {"figure", "-", "TotalAssets"},
+                "TotalAssets reads a store: give its file instead of -"},
+        BadCase{"FigureOfAStoreItDoesNotRead",
+                {"figure", "HOME", "TotalBudgetOfDateRange", "--cur", "1,2,3,4,5,6,7,8,9,10,11,12"},
+                "TotalBudgetOfDateRange reads no store: give - instead of '"},
         BadCase{"FigureWithNumber", {"figure", "HOME", "TotalIncome", "--number", "1"}, "--number"},
         BadCase{"FigureWithoutNumber", {"figure", "HOME", "TotalIncomeOfSubCategory"}, "--number"},
         BadCase{"FigureOfAWord",
@@ -182,6 +257,12 @@ INSTANTIATE_TEST_SUITE_P(
                 "twelve"},
         BadCase{"BadFormat", {"figure", "HOME", "TotalAssets", "--format", "xml"}, "json"},
         BadCase{"SampleOverAFile", {"sample", "HOME"}, "--force"},
+        BadCase{"SampleUpToNoDay", {"sample", "new.qm", "--until", ""}, "--until takes a date"},
+        BadCase{"SampleOfNoSeed", {"sample", "new.qm", "--seed", ""}, "--seed takes a whole"},
+        BadCase{"SampleOfANegativeSeed", {"sample", "new.qm", "--seed", "-1"}, "not '-1'"},
+        BadCase{"SampleOfAHugeSeed",
+                {"sample", "new.qm", "--seed", "18446744073709551616"},
+                "from 0 to 18446744073709551615"},
         BadCase{"SampleOfNoYears", {"sample", "new.qm", "--years", "0"}, "--years"},
         BadCase{
             "SampleOfTooMany", {"sample", "new.qm", "--transactions", "9999999"}, "--transactions"},
@@ -215,10 +296,10 @@ TEST_F(CommandLine, AFigureTellsTheDaysOfWhatItCounted) {
                      "json", "--to", "2026-03-20"})
                   .out,
               HasSubstr("\",\"first\":\"20"));
-  EXPECT_EQ(
-      Quill({"figure", sample, "TotalIncomeOfCategory", "--number", "9999", "--format", "json"})
-          .out,
-      "{\"operation\":\"TotalIncomeOfCategory\",\"result\":\"0.0000\"}\n");
+  EXPECT_EQ(Quill({"figure", sample, "TotalIncomeOfCategory", "--number", "1", "--format", "json",
+                   "--to", "1990-01-01"})
+                .out,
+            "{\"operation\":\"TotalIncomeOfCategory\",\"result\":\"0.0000\"}\n");
 }
 
 TEST_F(CommandLine, AFailingFigureIsAnErrorLineOrAFailureInJson) {

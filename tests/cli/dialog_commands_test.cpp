@@ -165,9 +165,11 @@ INSTANTIATE_TEST_SUITE_P(
     Options, Changing,
     ::testing::Values(
         ChangeCase{"As", kSpending, {"--as", "chart"}, {{"ChartOrReportType", 0}}},
+        ChangeCase{"AsInCapitals", kSpending, {"--as", "Chart"}, {{"ChartOrReportType", 0}}},
         ChangeCase{"AsAgain", kSpending, {"--as", "report"}, {}},
         ChangeCase{"Kind", kSpending, {"--kind", "line"}, {{"ChartType", 0}}},
         ChangeCase{"LegendOn", kSpending, {"--legend", "on"}, {{"Legend", true}}},
+        ChangeCase{"LegendInCapitals", kSpending, {"--legend", "ON"}, {{"Legend", true}}},
         ChangeCase{"LegendOff", kMine, {"--legend", "off"}, {{"Legend", false}}},
         ChangeCase{"Title", kSpending, {"--title", "Ours"}, {{"Title", "Ours"}}},
         ChangeCase{"TitleOfARowWithDates", kDates, {"--title", "Ours"}, {{"Title", "Ours"}}},
@@ -198,6 +200,8 @@ INSTANTIATE_TEST_SUITE_P(
                    {"--range", "current-month"},
                    {{"DateRangeType", 2}, {"FromDate", Null{}}, {"ToDate", Null{}}}},
         ChangeCase{"From", kDates, {"--from", "2026-02-27"}, {{"FromDate", Day(2026, 2, 27)}}},
+        ChangeCase{
+            "FromAsShown", kDates, {"--from", "2026/02/27"}, {{"FromDate", Day(2026, 2, 27)}}},
         ChangeCase{
             "FromWithTwoDigits", kDates, {"--from", "30.1.2"}, {{"FromDate", Day(1930, 1, 2)}}},
         ChangeCase{"To", kDates, {"--to", "29/12/31"}, {{"ToDate", Day(2029, 12, 31)}}},

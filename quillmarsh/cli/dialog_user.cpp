@@ -1,5 +1,6 @@
 #include "quillmarsh/cli/dialog_user.h"
 
+#include "quillmarsh/cli/message_meaning.h"
 #include "quillmarsh/cli/user_error.h"
 #include "quillmarsh/terminal/locale.h"
 
@@ -20,13 +21,13 @@ void DialogUser::ShowModal(vetlo::Form& form) {
 vetlo::MsgBoxAnswer DialogUser::MsgBox(std::string_view text, vetlo::MsgBoxButtons buttons,
                                        vetlo::MsgBoxSymbol) {
   if (buttons == vetlo::MsgBoxButtons::kOkOnly) {
-    messages_.emplace_back(text);
+    messages_.push_back(WithMeaning(text));
     return vetlo::MsgBoxAnswer::kOk;
   }
   if (says_yes_) {
     return vetlo::MsgBoxAnswer::kYes;
   }
-  messages_.push_back(std::string(text) + " (give " + yes_option_ + " to say yes)");
+  messages_.push_back(WithMeaning(text) + " Give " + yes_option_ + " to say yes.");
   return vetlo::MsgBoxAnswer::kNo;
 }
 

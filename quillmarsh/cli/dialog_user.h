@@ -11,7 +11,7 @@
 namespace quillmarsh {
 
 // A screen without pixels: what a user would do in a form is a function, and the messages that he
-// would see are kept.
+// would see are kept, with their meaning where they are not in English.
 class DialogUser : public vetlo::Screen {
  public:
   using Deeds = std::function<void(const vetlo::Form& form)>;

@@ -9,6 +9,7 @@
 #include <tuple>
 
 #include "tests/cli/quill.h"
+#include "tests/support/child_process.h"
 #include "tests/support/small_store.h"
 #include "tests/support/stored_bytes.h"
 
@@ -38,10 +39,12 @@ constexpr const char* kDateMessage =
     "should be entered with four digits. The following situations have exception: From the year "
     "1930 to 1999, you can enter from 30 to 99; from the year 2000 to 2029, you can enter from 0 "
     "to 29.\n";
-constexpr const char* kEmptyNameMessage = "quillmarsh: 名称不能为空。请输入一个非空的名称。\n";
+constexpr const char* kEmptyNameMessage =
+    "quillmarsh: 名称不能为空。请输入一个非空的名称。 (The name must not be empty. Give a name.)\n";
 constexpr const char* kLongNameMessage =
     "quillmarsh: "
-    "图形报表名称最多只能有50个字符（注：一个汉字视为2个字符）。请输入一个在此范围内的名称。\n";
+    "图形报表名称最多只能有50个字符（注：一个汉字视为2个字符）。请输入一个在此范围内的名称。 "
+    "(The name may have at most 50 characters. Give a shorter one.)\n";
 
 std::string Repeated(const std::string& text, int count) {
   std::string repeated;
@@ -396,8 +399,10 @@ TEST_F(DialogCommands, FavoriteOfAFavoriteKeepsItsReportNumberAndParameters) {
 }
 
 TEST_F(DialogCommands, FavoriteOfThatNameIsReplacedOnlyOnDemand) {
-  EXPECT_EQ(Refusal("favorite", {"1", "Mine"}),
-            "quillmarsh: 您真的要替换“Mine”吗？ (give --replace to say yes)\n");
+  EXPECT_EQ(
+      Refusal("favorite", {"1", "Mine"}),
+      "quillmarsh: 您真的要替换“Mine”吗？ (Do you really want to replace the favorite 'Mine'?) "
+      "Give --replace to say yes.\n");
   const std::string rest = ReadStoredBytes(store_, kMine).rest;
   ExpectDone("favorite", {"1", "Mine", "--replace"});
   EXPECT_EQ(RowOf(kMine), FavoriteOf(RowOf(kSpending), kMine, "Mine"));
@@ -440,13 +445,32 @@ TEST_F(DialogCommands, FavoriteStopsAtAHundred) {
          "NULL, NULL, NULL, NULL FROM n");
   ExpectDone("favorite", {"1", "The Hundredth"});
   EXPECT_EQ(RowOf(196).at("ChartReportSubTypeName"), Variant("The Hundredth"));
-  EXPECT_EQ(Refusal("favorite", {"1", "One More"})
-                .find("quillmarsh: 您已建立了很多的图形报表类型，因此已不能新建图形报表类型。"
-                      "您可以先删除其他图形报表类型，然后建立此图形报表类型。"),
-            0U);
+  EXPECT_THAT(
+      Refusal("favorite", {"1", "One More"}),
+      ::testing::StartsWith(
+          "quillmarsh: 您已建立了很多的图形报表类型，因此已不能新建图形报表类型。"
+          "您可以先删除其他图形报表类型，然后建立此图形报表类型。 (There are a hundred favorites "
+          "already. Take one away first, with 'quillmarsh unfavorite'.)"));
   ExpectDone("favorite", {"1", "Mine", "--replace"});
   ExpectDone("unfavorite", {"Mine"});
   ExpectDone("favorite", {"1", "One More"});
+}
+
+TEST_F(DialogCommands, FavoriteThatCannotBeSavedSaysSoInEnglishToo) {
+  const auto on_a_full_disk = [&](Words words) {
+    words.insert(words.begin(), {"favorite", store_});
+    const ProgramRun run = RunProgram(PROGRAM, words, {}, [] { FillDisk(0); });
+    EXPECT_EQ(run.status, 1);
+    ExpectOneLine(run.err);
+    return run.err;
+  };
+  EXPECT_THAT(on_a_full_disk({"1", "Name"}),
+              ::testing::StartsWith(
+                  "quillmarsh: 不能建立图形报表类型，您可以用其他图形报表类型名称试一试。如果还有"
+                  "问题，请与程序开发商联系。 (The favorite could not be added; another name may "
+                  "help.) ("));
+  EXPECT_THAT(on_a_full_disk({"1", "Mine", "--replace"}),
+              HasSubstr(" (The favorite could not be changed; another name may help.) ("));
 }
 
 TEST_F(DialogCommands, FavoriteOfAHistoryKeepsTheSubjectThatIsGiven) {

@@ -35,11 +35,14 @@ void AddCustomize(CLI::App& app, Program& program) {
 
 void AddReset(CLI::App& app, Program& program) {
   auto arguments = std::make_shared<ResetArguments>();
-  CLI::App* const command =
-      app.add_subcommand("reset", "Put a report of the list back to its defaults.");
+  CLI::App* const command = app.add_subcommand(
+      "reset",
+      "Put a report of the list back to its defaults. A favorite loses its title, its form and its "
+      "dates by that, so you are asked first.");
   AddExample(*command, "reset home.qm \"Net Worth\"");
   command->add_option("FILE", arguments->store, kStoreHelp)->required();
   command->add_option("ROW", arguments->row, kRowHelp)->required();
+  command->add_flag("--yes", arguments->yes, "reset a favorite without being asked");
   RunsWith(*command, program, arguments, ResetCommand);
 }
 

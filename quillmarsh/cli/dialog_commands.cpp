@@ -12,6 +12,7 @@
 #include "quillmarsh/cli/store_file.h"
 #include "quillmarsh/cli/subjects.h"
 #include "quillmarsh/cli/user_error.h"
+#include "quillmarsh/terminal/question.h"
 #include "quillmarsh/terminal/safe_text.h"
 #include "vetlo/platform/text.h"
 #include "vetlo/services/common_services.h"
@@ -246,6 +247,28 @@ void RequireAChange(const CustomizeArguments& arguments) {
   }
 }
 
+// ---- reset
+
+// Fails with a UserError unless the user wants a favourite to lose what he gave it.
+void RequireYes(const ResetArguments& arguments) {
+  const auto store = OpenStoreFile(arguments.store, vetlo::StoreAccess::kReadOnly);
+  const SettingsRowFacts row = FindSettingsRow(*store, arguments.row);
+  if (row.group != vetlo::kFavoriteGroup) {
+    return;
+  }
+  const std::string what = "'" + SafeText(row.name) +
+                           "' is a favorite; its title, its form and its dates would become the "
+                           "defaults of report number " +
+                           std::to_string(row.report_number);
+  const auto wanted = AskOnTerminal(what + ". Reset it?");
+  if (!wanted) {
+    throw UserError(what + "; give --yes to reset it");
+  }
+  if (!*wanted) {
+    throw UserError("nothing was reset");
+  }
+}
+
 // ---- favourites
 
 // What the favourite shows: a row's own parameters, or of a row that has none those given here.
@@ -301,6 +324,9 @@ void CustomizeCommand(const CustomizeArguments& arguments, std::ostream& out) {
 }
 
 void ResetCommand(const ResetArguments& arguments, std::ostream& out) {
+  if (!arguments.yes) {
+    RequireYes(arguments);
+  }
   CustomizeRow(
       arguments.store, arguments.row, [](const Form& form) { Press(form, "cmdReset"); }, out);
 }

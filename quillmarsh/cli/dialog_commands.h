@@ -28,9 +28,11 @@ void CustomizeCommand(const CustomizeArguments& arguments, std::ostream& out);
 struct ResetArguments {
   std::string store;
   std::string row;
+  bool yes = false;
 };
 
-// Puts a row back to the defaults of its report number.
+// Puts a row back to the defaults of its report number. A favourite loses by that what makes it
+// one: it needs `yes`, or a user who says so on the terminal.
 void ResetCommand(const ResetArguments& arguments, std::ostream& out);
 
 struct FavoriteArguments {

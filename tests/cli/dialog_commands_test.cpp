@@ -3,7 +3,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <cstdio>
+#include <cstdlib>
 #include <map>
 #include <ostream>
 #include <tuple>
@@ -365,6 +369,86 @@ TEST_F(DialogCommands, ResetBringsBackTheDefaultsOfTheReportNumber) {
   EXPECT_EQ(ReadStoredBytes(store_, kDates).rest, rest);
   ExpectDone("reset", {"9"});
   EXPECT_EQ(RowOf(kDays).at("DateRangeExtInfo"), Variant(1));
+}
+
+TEST_F(DialogCommands, ResetOfAFavoriteNeedsAYes) {
+  // Wherever the tests run, there is no terminal to ask on.
+  const auto reset = [&](Words words) {
+    words.insert(words.begin(), {"reset", store_});
+    return RunProgram(PROGRAM, words, {},
+                      [] { std::ignore = std::freopen("/dev/null", "r", stdin); });
+  };
+  const std::string before = ReadFile(store_);
+  const ProgramRun refused = reset({"Mine"});
+  EXPECT_EQ(refused.status, 1);
+  EXPECT_EQ(refused.out, "");
+  EXPECT_EQ(refused.err,
+            "quillmarsh: 'Mine' is a favorite; its title, its form and its dates would become the "
+            "defaults of report number 3; give --yes to reset it\n");
+  EXPECT_TRUE(ReadFile(store_) == before);
+  EXPECT_EQ(reset({"Mine", "--yes"}).out, "Changed 7  Mine: report, Year to Date\n");
+  EXPECT_EQ(RowOf(kMine).at("Title"), Variant("Cash Flow"));
+}
+
+TEST_F(DialogCommands, ResetOfAnotherRowNeedsNoYes) {
+  ExpectDone("reset", {"Plain"});
+  ExpectDone("reset", {"Plain", "--yes"});
+}
+
+// A terminal in the place of the standard input and the standard error of a child.
+class ChildsTerminal {
+ public:
+  ChildsTerminal() : ours_(posix_openpt(O_RDWR | O_NOCTTY)) {
+    const bool ready = grantpt(ours_) == 0 && unlockpt(ours_) == 0;
+    theirs_ = ready ? open(ptsname(ours_), O_RDWR | O_NOCTTY) : -1;
+  }
+  ~ChildsTerminal() {
+    close(theirs_);
+    close(ours_);
+  }
+  ChildsTerminal(const ChildsTerminal&) = delete;
+  ChildsTerminal& operator=(const ChildsTerminal&) = delete;
+
+  [[nodiscard]] bool ready() const { return theirs_ >= 0; }
+  void Type(const std::string& text) const {
+    EXPECT_EQ(write(ours_, text.data(), text.size()), std::ssize(text));
+  }
+  // For the child.
+  void Take() const {
+    dup2(theirs_, STDIN_FILENO);
+    dup2(theirs_, STDERR_FILENO);
+  }
+  // What stands on it: what was typed, and what the child has written.
+  [[nodiscard]] std::string Shown() const {
+    char text[4096];
+    const ssize_t count = read(ours_, text, sizeof text);
+    return {text, static_cast<std::size_t>(std::max<ssize_t>(count, 0))};
+  }
+
+ private:
+  int ours_;
+  int theirs_ = -1;
+};
+
+TEST_F(DialogCommands, ResetOfAFavoriteAsksOnATerminal) {
+  const ChildsTerminal terminal;
+  if (!terminal.ready()) {
+    GTEST_SKIP() << "there are no pseudo terminals here";
+  }
+  const auto answer = [&](const std::string& line) {
+    terminal.Type(line);
+    return RunProgram(PROGRAM, {"reset", store_, "Mine"}, {}, [&] { terminal.Take(); });
+  };
+  const std::string before = ReadFile(store_);
+  for (const char* const no : {"\n", "n\n", "yet\n", "\x04"}) {
+    EXPECT_EQ(answer(no).status, 1);
+    const std::string shown = terminal.Shown();
+    EXPECT_THAT(shown, HasSubstr("defaults of report number 3. Reset it? [y/N] "));
+    EXPECT_THAT(shown, HasSubstr("quillmarsh: nothing was reset"));
+  }
+  EXPECT_TRUE(ReadFile(store_) == before);
+  EXPECT_EQ(answer("y\n").out, "Changed 7  Mine: report, Year to Date\n");
+  EXPECT_EQ(answer("Yes\n").status, 0);
 }
 
 TEST_F(DialogCommands, ResetNeedsARow) {

@@ -8,9 +8,13 @@
 #include <vector>
 
 #include "quillmarsh/cli/left_out.h"
+#include "quillmarsh/cli/loaded_component.h"
 #include "quillmarsh/cli/settings_rows.h"
 #include "quillmarsh/cli/store_file.h"
+#include "quillmarsh/terminal/locale.h"
 #include "quillmarsh/terminal/safe_text.h"
+#include "quillmarsh/terminal/terminal_platform.h"
+#include "quillmarsh/terminal/text_layout.h"
 #include "quillmarsh/terminal/text_width.h"
 #include "vetlo/store/model.h"
 
@@ -62,11 +66,6 @@ std::vector<std::string_view> Headings() {
   return headings;
 }
 
-std::string Padded(std::string text, std::size_t cells) {
-  const std::size_t width = CellsOf(text);
-  return text.append(cells > width ? cells - width : 0, ' ');
-}
-
 std::size_t WidestName(const std::vector<SettingsRowFacts>& rows) {
   std::size_t widest = 0;
   for (const SettingsRowFacts& row : rows) {
@@ -75,15 +74,36 @@ std::size_t WidestName(const std::vector<SettingsRowFacts>& rows) {
   return widest;
 }
 
+std::string LineOf(const SettingsRowFacts& row, std::size_t name_width, bool customized) {
+  constexpr std::size_t kNumberWidth = 5;
+  constexpr std::size_t kFormWidth = 12;
+  return PadLeft(std::to_string(row.number), kNumberWidth) + "  " +
+         PadRight(SafeText(row.name), name_width) + "  " + PadRight(FormText(row), kFormWidth) +
+         RangeText(row) + (customized ? "  (customized)" : "") + "\n";
+}
+
+// Whether a row is not as its report number has it by default. The listener hears of a row that
+// cannot tell.
+bool IsCustomized(vetlo::Tamo& component, vetlo::Recordset& rows, const SettingsRowFacts& row,
+                  vetlo::FailureListener& listener) {
+  bool customized = false;
+  if (row.group != vetlo::kFavoriteGroup) {
+    vetlo::ResumeNext(
+        listener, [&] { customized = component.ChartReportHasBeenCustomized(rows, row.number); });
+  }
+  return customized;
+}
+
 }  // namespace
 
 void ListCommand(const std::string& store_path, std::ostream& out) {
   const auto store = OpenStoreFile(store_path, vetlo::StoreAccess::kReadOnly);
   vetlo::KeptStore kept(*store);
   const auto rows = ReadSettingsRows(kept);
+  TerminalPlatform platform(EnvironmentLocale());
+  vetlo::Tamo component = LoadComponent().NewTamo(platform);
+  vetlo::ScopedRecordset rec(kept, "ChartReportSubType");
   const std::size_t name_width = WidestName(rows);
-  constexpr std::size_t kNumberWidth = 5;
-  constexpr std::size_t kFormWidth = 12;
   std::string text;
   for (const std::string_view heading : Headings()) {
     bool begun = false;
@@ -95,10 +115,7 @@ void ListCommand(const std::string& store_path, std::ostream& out) {
         text += (text.empty() ? "" : "\n") + std::string(heading) + "\n";
         begun = true;
       }
-      const std::string number = std::to_string(row.number);
-      text += std::string(kNumberWidth > number.size() ? kNumberWidth - number.size() : 0, ' ') +
-              number + "  " + Padded(SafeText(row.name), name_width) + "  " +
-              Padded(FormText(row), kFormWidth) + RangeText(row) + "\n";
+      text += LineOf(row, name_width, IsCustomized(component, *rec, row, kept));
     }
   }
   out << (text.empty() ? "The store has no report settings.\n" : text);

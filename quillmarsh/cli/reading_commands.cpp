@@ -17,8 +17,10 @@ void AddToday(CLI::App& command, std::optional<std::string>& today) {
 
 void AddList(CLI::App& app, Program& program) {
   auto store = std::make_shared<std::string>();
-  CLI::App* const command =
-      app.add_subcommand("list", "List the reports and charts that a store has settings for.");
+  CLI::App* const command = app.add_subcommand(
+      "list",
+      "List the reports and charts that a store has settings for. Those whose settings are not the "
+      "defaults any more are marked as customized; 'quillmarsh reset' brings them back.");
   AddExample(*command, "list home.qm");
   command->add_option("FILE", *store, kStoreHelp)->required();
   RunsWith(*command, program, store, ListCommand);

@@ -61,7 +61,7 @@ class FileInTheMaking {
 std::vector<SettingsDefaults> CatalogueRows() {
   std::vector<SettingsDefaults> rows;
   for (const vetlo::ReportDefaults& entry : vetlo::AllReportDefaults()) {
-    rows.push_back({entry.number, entry.has_report, entry.has_chart, entry.chart_type, entry.legend,
+    rows.push_back({entry.number, entry.output, entry.chart_type, entry.legend,
                     static_cast<std::int32_t>(entry.range), entry.RangeNumber(),
                     std::string(entry.title)});
   }

@@ -67,9 +67,9 @@ std::string ThoseThereAre(vetlo::Database& store, const SubjectFacts& subject) {
     list += (list.empty() ? "" : ", ") + std::to_string(vetlo::LongField(rec, subject.number)) +
             " " + SafeText(vetlo::TextFieldOrEmpty(rec, subject.name));
   };
-  // A row that somebody damaged keeps the others from nobody.
+  // A row that somebody damaged keeps nobody from the others.
   vetlo::ForEachRowOf(store, subject.table,
-                      [&](Recordset& rec) { vetlo::ResumeNext([&] { add(rec); }); });
+                      [&](Recordset& rec) { vetlo::ResumeNext(store, [&] { add(rec); }); });
   return list + (count > kMostNamed ? " and " + std::to_string(count - kMostNamed) + " more" : "");
 }
 

@@ -14,8 +14,7 @@ namespace quillmarsh {
 // What a settings row of a report number holds before anybody has touched it.
 struct SettingsDefaults {
   std::int32_t report_number = 0;
-  bool has_report = false;
-  bool has_chart = false;
+  vetlo::ChartOrReport output = vetlo::ChartOrReport::kReport;
   std::int32_t chart_type = vetlo::kNothingChosen;
   bool legend = false;
   std::int32_t date_range = 0;

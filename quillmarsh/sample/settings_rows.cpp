@@ -17,7 +17,6 @@ using vetlo::Null;
 using vetlo::Variant;
 
 constexpr std::size_t kLongestName = 50;
-constexpr std::string_view kChartMark = " (Chart)";
 
 // ChartReportSubType.DateRangeType, as far as the favourites use it.
 constexpr std::int32_t kUpToToday = 1;
@@ -136,6 +135,10 @@ constexpr std::array kFavorites = {
     AsChart(Favorite("Income and Expenses Last Year", 4, kPreviousYear), vetlo::kBarChart),
     Favorite("The Last 90 Days", 3, kLastNDays, 90),
     AsChart(Favorite("Everything We Own", 20, kUpToToday), vetlo::kPieChart),
+    AsChart(Favorite("What We Own and What We Owe", 6, kUpToToday), vetlo::kBarChart),
+    AsChart(Favorite("What We Have Invested In", 24, kUpToToday), vetlo::kPieChart),
+    AsChart(Favorite("What Our Investments Yield", 15, kUpToToday), vetlo::kBarChart),
+    AsChart(Favorite("Who Owes Us", 8, kUpToToday), vetlo::kPieChart),
     Favorite("Budget, Last Three Months", 59, kLast3Months),
 };
 
@@ -175,38 +178,22 @@ void Insert(vetlo::StoreBuilder& store, std::int32_t number, const SettingsRow& 
                                       {"Parameter2", ParameterOrNull(row.parameter2)}});
 }
 
-std::string ChartName(std::string_view title) {
-  std::string name(vetlo::FirstCharacters(title, kLongestName - kChartMark.size()));
-  return name.append(kChartMark);
-}
-
 }  // namespace
 
 void WriteSettingsRows(vetlo::StoreBuilder& store, const HouseholdPlan& plan) {
   std::int32_t number = 0;
-  const auto write = [&](const SettingsDefaults& defaults, ChartOrReport output,
-                         std::string_view name) {
+  for (const SettingsDefaults& defaults : plan.catalogue) {
     Insert(store, ++number,
-           {.name = vetlo::FirstCharacters(name, kLongestName),
+           {.name = vetlo::FirstCharacters(defaults.title, kLongestName),
             .group = GroupOf(defaults.report_number),
             .report_number = defaults.report_number,
-            .output = output,
+            .output = defaults.output,
             .chart_type = defaults.chart_type,
             .legend = defaults.legend,
             .title = defaults.title,
             .date_range = defaults.date_range,
             .range_number = defaults.range_number},
            plan.today);
-  };
-  for (const SettingsDefaults& defaults : plan.catalogue) {
-    if (defaults.has_report) {
-      write(defaults, ChartOrReport::kReport, defaults.title);
-    }
-  }
-  for (const SettingsDefaults& defaults : plan.catalogue) {
-    if (defaults.has_chart) {
-      write(defaults, ChartOrReport::kChart, ChartName(defaults.title));
-    }
   }
   for (const SettingsRow& favorite : kFavorites) {
     Insert(store, ++number, favorite, plan.today);

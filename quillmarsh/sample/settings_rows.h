@@ -4,8 +4,9 @@
 
 namespace quillmarsh {
 
-// The rows of ChartReportSubType: the catalogue's reports, its charts, and the household's
-// favourites, some of them about an account, a payee or the like of people_and_places.h.
+// The rows of ChartReportSubType: the catalogue's numbers as they are before anybody has touched
+// them, and the household's favourites: charts, dates of its own, and some about an account, a
+// payee or the like of people_and_places.h.
 void WriteSettingsRows(vetlo::StoreBuilder& store, const HouseholdPlan& plan);
 
 }  // namespace quillmarsh

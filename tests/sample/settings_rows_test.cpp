@@ -16,11 +16,11 @@ using vetlo::ChartOrReport;
 constexpr std::int32_t kRangeOfMonths = 14;
 constexpr std::int32_t kCustomRange = 15;
 
-// One number with both outputs, one opened with parameters, and one list.
+// A report, a chart that is opened with parameters, and a list.
 const std::vector<SettingsDefaults> kCatalogue = {
-    {1, true, true, vetlo::kPieChart, true, 2, 1, "Expenses by Category"},
-    {25, true, true, vetlo::kLineChart, true, 11, 1, "Balance History of an Account"},
-    {58, true, false, vetlo::kNothingChosen, false, 3, 1,
+    {1, ChartOrReport::kReport, vetlo::kPieChart, true, 2, 1, "Expenses by Category"},
+    {25, ChartOrReport::kChart, vetlo::kLineChart, true, 11, 1, "Balance History of an Account"},
+    {58, ChartOrReport::kReport, vetlo::kNothingChosen, false, 3, 1,
      "An Annual Budget Whose Title Is Longer Than a Name May Be"},
 };
 
@@ -41,12 +41,11 @@ class SettingsRows : public ::testing::Test {
     return rows;
   }
 
-  // The report numbers of the catalogue's rows with this output, in the order of the rows.
-  static std::vector<std::int32_t> NumbersShownAs(ChartOrReport output) {
+  // The report numbers of the rows that are no favourites, in the order of the rows.
+  static std::vector<std::int32_t> Numbers() {
     std::vector<std::int32_t> numbers;
     for (const Row& row : AllRows()) {
-      if (row.Long("ChartReportType") != vetlo::kFavoriteGroup &&
-          row.Long("ChartOrReportType") == static_cast<std::int32_t>(output)) {
+      if (row.Long("ChartReportType") != vetlo::kFavoriteGroup) {
         numbers.push_back(row.Long("ChartReportSubTypeAttr"));
       }
     }
@@ -65,12 +64,8 @@ class SettingsRows : public ::testing::Test {
   }
 };
 
-TEST_F(SettingsRows, HaveAReportForEveryNumberWithOne) {
-  EXPECT_THAT(NumbersShownAs(ChartOrReport::kReport), ElementsAre(1, 25, 58));
-}
-
-TEST_F(SettingsRows, HaveAChartForEveryNumberWithOne) {
-  EXPECT_THAT(NumbersShownAs(ChartOrReport::kChart), ElementsAre(1, 25));
+TEST_F(SettingsRows, HaveEveryNumberOfTheCatalogueOnce) {
+  EXPECT_THAT(Numbers(), ElementsAre(1, 25, 58));
 }
 
 TEST_F(SettingsRows, CountUpFromOne) {
@@ -84,16 +79,17 @@ TEST_F(SettingsRows, HoldTheDefaultsOfTheirNumber) {
   const Row row = AllRows().front();
   EXPECT_EQ(row.Text("ChartReportSubTypeName"), "Expenses by Category");
   EXPECT_EQ(row.Text("Title"), "Expenses by Category");
+  EXPECT_EQ(row.Long("ChartOrReportType"), static_cast<std::int32_t>(ChartOrReport::kReport));
   EXPECT_EQ(row.Long("ChartType"), vetlo::kPieChart);
   EXPECT_TRUE(vetlo::ToBoolean(row["Legend"]));
   EXPECT_EQ(row.Long("DateRangeType"), 2);
   EXPECT_EQ(row.Long("DateRangeExtInfo"), 1);
 }
 
-TEST_F(SettingsRows, OfChartsSayThatTheyAre) {
-  const Row row = AllRows()[3];
-  EXPECT_EQ(row.Text("ChartReportSubTypeName"), "Expenses by Category (Chart)");
-  EXPECT_EQ(row.Text("Title"), "Expenses by Category");
+TEST_F(SettingsRows, AreChartsWhereTheirNumberIsOneByDefault) {
+  const Row row = AllRows()[1];
+  EXPECT_EQ(row.Long("ChartOrReportType"), static_cast<std::int32_t>(ChartOrReport::kChart));
+  EXPECT_EQ(row.Long("ChartType"), vetlo::kLineChart);
 }
 
 TEST_F(SettingsRows, CutTheNameButNotTheTitle) {

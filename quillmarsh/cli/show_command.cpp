@@ -33,12 +33,12 @@ using vetlo::Variant;
 // What the component drew, as text; nothing where it drew neither. A chart whose figures failed has
 // its title and no figures, one whose dates failed nothing at all.
 std::string Drawn(const vetlo::ChartModel& chart, const vetlo::Document& report, bool failed,
-                  std::size_t columns, const vetlo::NumberLocale& locale) {
+                  const ScreenWidth& screen, const vetlo::NumberLocale& locale) {
   if (chart.Visible()) {
     const bool untouched = failed && chart.Title().empty() && chart.Data().elements().empty();
-    return untouched ? "" : RenderChart(chart, columns, locale, failed);
+    return untouched ? "" : RenderChart(chart, screen.columns, locale, failed);
   }
-  return report.Visible() ? RenderReport(report, columns) : "";
+  return report.Visible() ? RenderReport(report, screen) : "";
 }
 
 // Draws one row in the terminal.
@@ -46,8 +46,9 @@ void Draw(vetlo::Database& store, vetlo::Recordset& rows, std::int32_t row,
           const Parameters& parameters, const std::optional<std::string>& today,
           std::ostream& out) {
   TerminalPlatform platform(EnvironmentLocale(), GivenDate("--today", today));
-  const std::size_t columns = TerminalColumns();
-  vetlo::ChartModel chart(static_cast<float>(columns) * kTwipsPerCell);
+  const ScreenWidth screen = OutputWidth();
+  // The labels are cut for the width on which they are drawn.
+  vetlo::ChartModel chart(static_cast<float>(ChartColumns(screen.columns)) * kTwipsPerCell);
   vetlo::Document report;
   vetlo::Tamo component = LoadComponent().NewTamo(platform);
   vetlo::KeptStore kept(store);
@@ -64,7 +65,7 @@ void Draw(vetlo::Database& store, vetlo::Recordset& rows, std::int32_t row,
   if (!failed && !chart.Visible() && !report.Visible()) {
     throw UserError("the row asks for neither a report nor a chart");
   }
-  out << Drawn(chart, report, failed, columns, platform.Locale());
+  out << Drawn(chart, report, failed, screen, platform.Locale());
   RequireWhole(kept);
 }
 

@@ -43,9 +43,13 @@ std::string Body(const vetlo::ChartModel& chart, const ChartPage& page, bool fai
 
 }  // namespace
 
+std::size_t ChartColumns(std::size_t columns) {
+  return std::clamp(columns, kLeastChartColumns, kMostChartColumns);
+}
+
 std::string RenderChart(const vetlo::ChartModel& chart, std::size_t columns,
                         const vetlo::NumberLocale& locale, bool failed) {
-  const ChartPage page{std::clamp(columns, kLeastChartColumns, kMostChartColumns), locale};
+  const ChartPage page{ChartColumns(columns), locale};
   const std::string title = CentredLines(chart.Title(), page.columns);
   const std::string footnote = CentredLines(chart.Footnote(), page.columns);
   return title + (title.empty() ? "" : "\n") + Body(chart, page, failed) +

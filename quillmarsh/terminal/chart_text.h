@@ -12,10 +12,13 @@ namespace quillmarsh {
 inline constexpr std::size_t kLeastChartColumns = 40;
 inline constexpr std::size_t kMostChartColumns = 1000;
 
-// A chart drawn with characters, as lines ended by "\n" of at most so many columns (the number
-// brought between the two limits). Whatever the data, something is drawn: a number that is not
-// finite is shown as "?" and takes no room, and a chart without data says so, or where its figures
-// have failed says that.
+// The columns on which a chart is drawn where there are so many: that number brought between the
+// two limits.
+std::size_t ChartColumns(std::size_t columns);
+
+// A chart drawn with characters, as lines ended by "\n" of at most ChartColumns(columns) cells.
+// Whatever the data, something is drawn: a number that is not finite is shown as "?" and takes no
+// room, and a chart without data says so, or where its figures have failed says that.
 std::string RenderChart(const vetlo::ChartModel& chart, std::size_t columns,
                         const vetlo::NumberLocale& locale, bool failed = false);
 

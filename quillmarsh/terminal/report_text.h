@@ -1,15 +1,18 @@
 #pragma once
 
-#include <cstddef>
 #include <string>
 
+#include "quillmarsh/terminal/terminal_size.h"
 #include "vetlo/host/document.h"
 
 namespace quillmarsh {
 
-// A report as lines of text, each ended by "\n" and without blanks at its end. Lines wider than
-// the terminal are left to it. Centred lines are centred on the page of the report, but on no more
-// than `columns`; 0 is no limit.
-std::string RenderReport(const vetlo::Document& report, std::size_t columns);
+// A report as lines of text, each ended by "\n" and without blanks at its end. Centred lines are
+// centred on the page of the report, but on no more than the screen's columns, where there are any.
+// Where the columns are a limit, what is wider is brought into them: a centred line goes on in the
+// next one, and of a table the names are cut, the widest column first, and end in an ellipsis.
+// Amounts and dates are never cut, and no name to less than four cells; what is wider even so
+// stays so.
+std::string RenderReport(const vetlo::Document& report, const ScreenWidth& screen);
 
 }  // namespace quillmarsh

@@ -5,6 +5,7 @@
 
 #include <charconv>
 #include <cstdlib>
+#include <optional>
 #include <string_view>
 #include <system_error>
 
@@ -15,24 +16,25 @@ constexpr std::size_t kUsualColumns = 80;
 constexpr std::size_t kLeastColumns = 20;
 constexpr std::size_t kMostColumns = 1000;
 
-std::size_t ColumnsInText(std::string_view text) {
+std::optional<std::size_t> ColumnsIn(std::string_view text) {
   std::size_t columns = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), columns);
   const bool sane = error == std::errc{} && end == text.data() + text.size() &&
                     columns >= kLeastColumns && columns <= kMostColumns;
-  return sane ? columns : kUsualColumns;
+  return sane ? std::optional(columns) : std::nullopt;
 }
 
 }  // namespace
 
-std::size_t ColumnsOf(int descriptor, const char* columns_text) {
+ScreenWidth WidthOf(int descriptor, const char* columns_text) {
   winsize size{};
   if (ioctl(descriptor, TIOCGWINSZ, &size) == 0 && size.ws_col > 0) {
-    return size.ws_col;
+    return {size.ws_col, true};
   }
-  return columns_text == nullptr ? kUsualColumns : ColumnsInText(columns_text);
+  const auto told = ColumnsIn(columns_text == nullptr ? "" : columns_text);
+  return {told.value_or(kUsualColumns), told && isatty(descriptor) != 0};
 }
 
-std::size_t TerminalColumns() { return ColumnsOf(STDOUT_FILENO, std::getenv("COLUMNS")); }
+ScreenWidth OutputWidth() { return WidthOf(STDOUT_FILENO, std::getenv("COLUMNS")); }
 
 }  // namespace quillmarsh

@@ -2,18 +2,16 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <fcntl.h>
 #include <unistd.h>
 
 #include <cstdio>
-#include <cstdlib>
 #include <map>
 #include <ostream>
 #include <tuple>
 
 #include "tests/cli/quill.h"
 #include "tests/support/child_process.h"
+#include "tests/support/childs_terminal.h"
 #include "tests/support/small_store.h"
 #include "tests/support/stored_bytes.h"
 
@@ -395,49 +393,16 @@ TEST_F(DialogCommands, ResetOfAnotherRowNeedsNoYes) {
   ExpectDone("reset", {"Plain", "--yes"});
 }
 
-// A terminal in the place of the standard input and the standard error of a child.
-class ChildsTerminal {
- public:
-  ChildsTerminal() : ours_(posix_openpt(O_RDWR | O_NOCTTY)) {
-    const bool ready = grantpt(ours_) == 0 && unlockpt(ours_) == 0;
-    theirs_ = ready ? open(ptsname(ours_), O_RDWR | O_NOCTTY) : -1;
-  }
-  ~ChildsTerminal() {
-    close(theirs_);
-    close(ours_);
-  }
-  ChildsTerminal(const ChildsTerminal&) = delete;
-  ChildsTerminal& operator=(const ChildsTerminal&) = delete;
-
-  [[nodiscard]] bool ready() const { return theirs_ >= 0; }
-  void Type(const std::string& text) const {
-    EXPECT_EQ(write(ours_, text.data(), text.size()), std::ssize(text));
-  }
-  // For the child.
-  void Take() const {
-    dup2(theirs_, STDIN_FILENO);
-    dup2(theirs_, STDERR_FILENO);
-  }
-  // What stands on it: what was typed, and what the child has written.
-  [[nodiscard]] std::string Shown() const {
-    char text[4096];
-    const ssize_t count = read(ours_, text, sizeof text);
-    return {text, static_cast<std::size_t>(std::max<ssize_t>(count, 0))};
-  }
-
- private:
-  int ours_;
-  int theirs_ = -1;
-};
-
 TEST_F(DialogCommands, ResetOfAFavoriteAsksOnATerminal) {
-  const ChildsTerminal terminal;
+  const ChildsTerminal terminal(80);
   if (!terminal.ready()) {
     GTEST_SKIP() << "there are no pseudo terminals here";
   }
   const auto answer = [&](const std::string& line) {
     terminal.Type(line);
-    return RunProgram(PROGRAM, {"reset", store_, "Mine"}, {}, [&] { terminal.Take(); });
+    return RunProgram(PROGRAM, {"reset", store_, "Mine"}, {}, [&] {
+      terminal.TakeFor({STDIN_FILENO, STDERR_FILENO});
+    });
   };
   const std::string before = ReadFile(store_);
   for (const char* const no : {"\n", "n\n", "yet\n", "\x04"}) {

@@ -12,7 +12,7 @@ namespace {
 using vetlo::Alignment;
 using vetlo::Document;
 
-constexpr std::size_t kUnlimited = 0;
+constexpr ScreenWidth kUnlimited;
 constexpr float kCell = 120;
 
 void SetStops(Document& report, const std::vector<float>& stops) {
@@ -30,7 +30,10 @@ std::string LineWith(float indent, const std::vector<float>& stops, std::string_
   return RenderReport(report, kUnlimited);
 }
 
-std::string Title(std::string_view text, float margin, std::size_t columns, float indent = 0,
+ScreenWidth Guessed(std::size_t columns) { return {columns, false}; }
+ScreenWidth Limited(std::size_t columns) { return {columns, true}; }
+
+std::string Title(std::string_view text, float margin, const ScreenWidth& screen, float indent = 0,
                   float right_indent = 0) {
   Document report;
   report.SetRightMargin(margin);
@@ -38,7 +41,7 @@ std::string Title(std::string_view text, float margin, std::size_t columns, floa
   report.SetSelRightIndent(right_indent);
   report.SetSelAlignment(Alignment::kCenter);
   report.SetSelText(text);
-  return RenderReport(report, columns);
+  return RenderReport(report, screen);
 }
 
 TEST(RenderReport, ANewReportHasNoLines) { EXPECT_EQ(RenderReport(Document(), kUnlimited), ""); }
@@ -124,23 +127,25 @@ TEST(RenderReport, MakesTextsSafe) { EXPECT_EQ(LineWith(0, {}, "a\x1B[m"), "a\uF
 
 TEST(RenderReport, ALoneLineFeedEndsNoLine) { EXPECT_EQ(LineWith(0, {}, "a\nb"), "a\uFFFDb\n"); }
 
-TEST(RenderReport, LeavesALineWiderThanTheTerminal) {
+TEST(RenderReport, LeavesALineWiderThanAGuess) {
   Document report;
   report.SetSelText("a long line");
-  EXPECT_EQ(RenderReport(report, 4), "a long line\n");
+  EXPECT_EQ(RenderReport(report, Guessed(4)), "a long line\n");
 }
 
 TEST(RenderReport, CentresOnThePage) { EXPECT_EQ(Title("ab", 10 * kCell, kUnlimited), "    ab\n"); }
 
 TEST(RenderReport, CentresOnNoMoreThanTheTerminal) {
-  EXPECT_EQ(Title("ab", 100 * kCell, 10), "    ab\n");
+  EXPECT_EQ(Title("ab", 100 * kCell, Guessed(10)), "    ab\n");
 }
 
 TEST(RenderReport, CentresOnAPageNarrowerThanTheTerminal) {
-  EXPECT_EQ(Title("ab", 10 * kCell, 100), "    ab\n");
+  EXPECT_EQ(Title("ab", 10 * kCell, Guessed(100)), "    ab\n");
 }
 
-TEST(RenderReport, CentresOnTheTerminalWithoutAPage) { EXPECT_EQ(Title("ab", 0, 10), "    ab\n"); }
+TEST(RenderReport, CentresOnTheTerminalWithoutAPage) {
+  EXPECT_EQ(Title("ab", 0, Guessed(10)), "    ab\n");
+}
 
 TEST(RenderReport, CentresBetweenTheIndents) {
   EXPECT_EQ(Title("ab", 20 * kCell, kUnlimited, 2 * kCell, 6 * kCell), "       ab\n");
@@ -159,6 +164,100 @@ TEST(RenderReport, ATabInATitleIsABlank) {
 }
 
 TEST(RenderReport, TitlesAreSafe) { EXPECT_EQ(Title("\x1B", 1 * kCell, kUnlimited), "\uFFFD\n"); }
+
+// ---- on a screen that is a limit
+
+// A table of names and amounts: seven cells of names, ten of amounts, two between them, from the
+// third cell on.
+std::string AmountsOn(const ScreenWidth& screen) {
+  Document report;
+  report.SetSelIndent(2 * kCell);
+  SetStops(report, {2 * kCell, 11 * kCell});
+  report.SetSelText(
+      "Account\t     Total\r\n"
+      "__________________\r\n"
+      "Assets\r\n"
+      "Savings\t  1,234.50\r\n"
+      "漢字漢\t    -55.10\r\n"
+      "Sum\t  1,179.40");
+  return RenderReport(report, screen);
+}
+
+TEST(RenderReport, LeavesATableThatFitsTheScreen) {
+  EXPECT_EQ(AmountsOn(Limited(21)), AmountsOn(kUnlimited));
+}
+
+TEST(RenderReport, CutsNamesToTheScreen) {
+  EXPECT_EQ(AmountsOn(Limited(19)),
+            "  Acco…       Total\n"
+            "  ________________\n"
+            "  Asse…\n"
+            "  Savi…    1,234.50\n"
+            "  漢字…      -55.10\n"
+            "  Sum      1,179.40\n");
+}
+
+TEST(RenderReport, CutsNoNameToLessThanFourCellsAndNoAmount) {
+  const std::string narrow = AmountsOn(Limited(4));
+  EXPECT_EQ(narrow, AmountsOn(Limited(18)));
+  EXPECT_EQ(narrow,
+            "  Acc…       Total\n"
+            "  _______________\n"
+            "  Ass…\n"
+            "  Sav…    1,234.50\n"
+            "  漢…       -55.10\n"
+            "  Sum     1,179.40\n");
+}
+
+TEST(RenderReport, CutsNothingForAGuess) {
+  EXPECT_EQ(AmountsOn(Guessed(18)), AmountsOn(kUnlimited));
+}
+
+std::string TextsOn(std::size_t columns) {
+  Document report;
+  SetStops(report, {0, 11 * kCell, 18 * kCell});
+  report.SetSelText(
+      "Date\tPayee\tCategory\r\n"
+      "2026/03/01\tBakery\tFood and Drink\r\n"
+      "2026/03/02\tCorner\tHousehold");
+  return RenderReport(report, Limited(columns));
+}
+
+TEST(RenderReport, CutsTheWidestNamesFirst) {
+  EXPECT_EQ(TextsOn(28),
+            "Date       Payee  Category\n"
+            "2026/03/01 Bakery Food and …\n"
+            "2026/03/02 Corner Household\n");
+}
+
+TEST(RenderReport, MovesWhatStandsBehindACutName) {
+  EXPECT_EQ(TextsOn(22),
+            "Date       Payee Cate…\n"
+            "2026/03/01 Bake… Food…\n"
+            "2026/03/02 Corn… Hous…\n");
+}
+
+TEST(RenderReport, CutsTablesOfDifferentStopsForThemselves) {
+  Document report;
+  SetStops(report, {4 * kCell});
+  report.SetSelText("abcd\r\n");
+  SetStops(report, {14 * kCell});
+  report.SetSelText("a longer name\t  1.00");
+  EXPECT_EQ(RenderReport(report, Limited(13)), "abcd\na lon…   1.00\n");
+}
+
+TEST(RenderReport, ATitleWiderThanTheScreenGoesOnInTheNextLine) {
+  EXPECT_EQ(Title("History of a Payee:Corner Shop", 100 * kCell, Limited(20)),
+            "    History of a\n  Payee:Corner Shop\n");
+}
+
+TEST(RenderReport, ATitleAsWideAsTheScreenStaysInOneLine) {
+  EXPECT_EQ(Title("History of a Payee", 100 * kCell, Limited(18)), "History of a Payee\n");
+}
+
+TEST(RenderReport, ATitleOnAScreenNarrowerThanItsIndentsIsStillWritten) {
+  EXPECT_NE(Title("Net Worth", 100 * kCell, Limited(3), 5 * kCell, 5 * kCell), "");
+}
 
 TEST(RenderReport, ANegativeIndentIsNone) { EXPECT_EQ(LineWith(-500, {}, "a"), "a\n"); }
 

@@ -33,37 +33,55 @@ class PseudoTerminal {
   bool ready_;
 };
 
-TEST(ColumnsOf, AsksTheTerminalFirst) {
+TEST(WidthOf, AsksTheTerminalFirst) {
   const PseudoTerminal terminal(132);
   if (!terminal.ready()) {
     GTEST_SKIP() << "there are no pseudo terminals here";
   }
-  EXPECT_EQ(ColumnsOf(terminal.descriptor(), "100"), 132U);
+  EXPECT_EQ(WidthOf(terminal.descriptor(), "100").columns, 132U);
 }
 
-TEST(ColumnsOf, PassesOverATerminalWithoutASize) {
+TEST(WidthOf, PassesOverATerminalWithoutASize) {
   const PseudoTerminal terminal(0);
   if (!terminal.ready()) {
     GTEST_SKIP() << "there are no pseudo terminals here";
   }
-  EXPECT_EQ(ColumnsOf(terminal.descriptor(), "100"), 100U);
+  EXPECT_EQ(WidthOf(terminal.descriptor(), "100").columns, 100U);
 }
 
-TEST(ColumnsOf, ReadsTheTextWithoutATerminal) { EXPECT_EQ(ColumnsOf(kNoTerminal, "100"), 100U); }
-
-TEST(ColumnsOf, IsTheUsualWithoutATerminalAndAText) {
-  EXPECT_EQ(ColumnsOf(kNoTerminal, nullptr), 80U);
+TEST(WidthOf, IsALimitOnATerminalThatKnowsIt) {
+  const PseudoTerminal known(132);
+  const PseudoTerminal unknown(0);
+  if (!known.ready() || !unknown.ready()) {
+    GTEST_SKIP() << "there are no pseudo terminals here";
+  }
+  EXPECT_TRUE(WidthOf(known.descriptor(), nullptr).is_limit);
+  EXPECT_TRUE(WidthOf(unknown.descriptor(), "100").is_limit);
+  EXPECT_FALSE(WidthOf(unknown.descriptor(), nullptr).is_limit);
 }
 
-TEST(ColumnsOf, TakesBothEndsOfTheRange) {
-  EXPECT_EQ(ColumnsOf(kNoTerminal, "20"), 20U);
-  EXPECT_EQ(ColumnsOf(kNoTerminal, "1000"), 1000U);
+TEST(WidthOf, IsNoLimitWithoutATerminal) {
+  EXPECT_FALSE(WidthOf(kNoTerminal, "100").is_limit);
+  EXPECT_FALSE(WidthOf(kNoTerminal, nullptr).is_limit);
 }
 
-TEST(ColumnsOf, RefusesATextThatIsNoSaneNumber) {
+TEST(WidthOf, ReadsTheTextWithoutATerminal) {
+  EXPECT_EQ(WidthOf(kNoTerminal, "100").columns, 100U);
+}
+
+TEST(WidthOf, IsTheUsualWithoutATerminalAndAText) {
+  EXPECT_EQ(WidthOf(kNoTerminal, nullptr).columns, 80U);
+}
+
+TEST(WidthOf, TakesBothEndsOfTheRange) {
+  EXPECT_EQ(WidthOf(kNoTerminal, "20").columns, 20U);
+  EXPECT_EQ(WidthOf(kNoTerminal, "1000").columns, 1000U);
+}
+
+TEST(WidthOf, RefusesATextThatIsNoSaneNumber) {
   for (const char* text :
        {"", "19", "1001", "0", "-40", "40x", " 40", "4e1", "99999999999999999999"}) {
-    EXPECT_EQ(ColumnsOf(kNoTerminal, text), 80U) << text;
+    EXPECT_EQ(WidthOf(kNoTerminal, text).columns, 80U) << text;
   }
 }
 

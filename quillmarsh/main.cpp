@@ -1,3 +1,6 @@
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <csignal>
 #include <iostream>
 
@@ -5,7 +8,22 @@
 #include "quillmarsh/cli/user_error.h"
 #include "quillmarsh/out_of_memory.h"
 
+namespace {
+
+// No file that is opened later may come to stand in the place of a standard stream that is closed.
+// Using the stream goes on failing.
+void KeepClosedStreamsClosed() {
+  for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    if (fcntl(stream, F_GETFD) == -1) {
+      open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);  // takes the lowest number
+    }
+  }
+}
+
+}  // namespace
+
 int main(int argc, char** argv) {
+  KeepClosedStreamsClosed();
   // A file that may grow no further is a failure to write, not the end of the program.
   std::signal(SIGXFSZ, SIG_IGN);
   const int status = quillmarsh::RunCommandLine(argc, argv, std::cout, std::cerr);

@@ -1,7 +1,10 @@
 #include "quillmarsh/cli/command_line.h"
 
+#include <unistd.h>
+
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <cerrno>
 #include <ostream>
 #include <sstream>
 #include <utility>
@@ -60,12 +63,24 @@ std::string UnknownCommand(const CLI::App& app, const std::vector<std::string>& 
          (hint.empty() ? "; 'quillmarsh --help' shows what there is" : hint);
 }
 
+// The end of what was asked for: its output must have reached its place.
+int Finish(Program& program) {
+  if (program.out.flush()) {
+    return kExitDone;
+  }
+  // Writing nothing meets the same trouble.
+  const bool closed = write(STDOUT_FILENO, "", 0) < 0 && errno == EBADF;
+  Tell(program, closed ? "the output cannot be written: standard output is closed"
+                       : "the output cannot be written; see whether its disk is full");
+  return kExitFailed;
+}
+
 int Misused(const CLI::App& app, const CLI::ParseError& error, Program& program) {
   std::ostringstream out;
   std::ostringstream err;
   if (app.exit(error, out, err) == 0) {
     program.out << out.str();
-    return kExitDone;
+    return Finish(program);
   }
   Tell(program, std::string(error.what()) + " ('quillmarsh --help' shows what there is)");
   return kExitMisused;
@@ -74,12 +89,9 @@ int Misused(const CLI::App& app, const CLI::ParseError& error, Program& program)
 int Run(Program& program) {
   try {
     program.run();
-    if (program.out.flush()) {
-      return kExitDone;
-    }
-    Tell(program, "the output cannot be written; see whether its disk is full");
+    return Finish(program);
   } catch (const LeftOut& left_out) {
-    program.out.flush();
+    Finish(program);
     for (const std::string& line : left_out.Lines()) {
       Tell(program, line);
     }

@@ -1,11 +1,11 @@
 #include "tests/support/childs_terminal.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/ioctl.h>
 #include <termios.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cstdlib>
 #include <stdexcept>
 
@@ -43,9 +43,19 @@ void ChildsTerminal::Type(const std::string& text) const {
 }
 
 std::string ChildsTerminal::Shown() const {
-  char text[4096];
-  const ssize_t count = read(ours_, text, sizeof text);
-  return {text, static_cast<std::size_t>(std::max<ssize_t>(count, 0))};
+  // What was written just now may need a moment to come through.
+  constexpr int kMoment = 200;  // milliseconds
+  std::string shown;
+  pollfd end = {ours_, POLLIN, 0};
+  while (poll(&end, 1, kMoment) > 0) {
+    char text[4096];
+    const ssize_t count = read(ours_, text, sizeof text);
+    if (count <= 0) {
+      break;
+    }
+    shown.append(text, static_cast<std::size_t>(count));
+  }
+  return shown;
 }
 
 }  // namespace vetlo::testing

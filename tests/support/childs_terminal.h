@@ -20,8 +20,8 @@ class ChildsTerminal {
   void TakeFor(std::initializer_list<int> streams) const;
 
   void Type(const std::string& text) const;
-  // What has come to stand on it, the echo of what was typed too; at most a page. Line ends are
-  // "\n".
+  // What has come to stand on it since it was last asked, the echo of what was typed too; it takes
+  // a few pages. Line ends are "\n".
   [[nodiscard]] std::string Shown() const;
 
  private:

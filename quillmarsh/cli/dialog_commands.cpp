@@ -82,10 +82,8 @@ const SettingsRowFacts& RowNumbered(const std::vector<SettingsRowFacts>& rows,
 }
 
 // Opens the customize dialog on a row and lets the user work in it.
-void CustomizeRow(const std::string& file, const std::string& row_name,
+void CustomizeRow(OpenedForChange& opened, const SettingsRowFacts& row,
                   const DialogUser::Deeds& deeds, std::ostream& out) {
-  OpenedForChange opened(file);
-  const SettingsRowFacts row = FindSettingsRow(opened.Unkept(), row_name);
   DialogUser user(deeds);
   opened.Work(user, [&](vetlo::Tamo& component) {
     return component.CustomizeChartReport(opened.Store(), opened.Rows(), row.number);
@@ -250,12 +248,7 @@ void RequireAChange(const CustomizeArguments& arguments) {
 // ---- reset
 
 // Fails with a UserError unless the user wants a favourite to lose what he gave it.
-void RequireYes(const ResetArguments& arguments) {
-  const auto store = OpenStoreFile(arguments.store, vetlo::StoreAccess::kReadOnly);
-  const SettingsRowFacts row = FindSettingsRow(*store, arguments.row);
-  if (row.group != vetlo::kFavoriteGroup) {
-    return;
-  }
+void RequireYes(const SettingsRowFacts& row) {
   const std::string what = "'" + SafeText(row.name) +
                            "' is a favorite; its title, its form and its dates would become the "
                            "defaults of report number " +
@@ -319,16 +312,20 @@ SettingsRowFacts FindFavorite(const std::vector<SettingsRowFacts>& rows, const s
 
 void CustomizeCommand(const CustomizeArguments& arguments, std::ostream& out) {
   RequireAChange(arguments);
+  OpenedForChange opened(arguments.store);
   CustomizeRow(
-      arguments.store, arguments.row, [&](const Form& form) { Customize(form, arguments); }, out);
+      opened, FindSettingsRow(opened.Unkept(), arguments.row),
+      [&](const Form& form) { Customize(form, arguments); }, out);
 }
 
 void ResetCommand(const ResetArguments& arguments, std::ostream& out) {
-  if (!arguments.yes) {
-    RequireYes(arguments);
+  OpenedForChange opened(arguments.store);
+  const SettingsRowFacts row = FindSettingsRow(opened.Unkept(), arguments.row);
+  if (row.group == vetlo::kFavoriteGroup && !arguments.yes) {
+    RequireYes(row);
   }
   CustomizeRow(
-      arguments.store, arguments.row, [](const Form& form) { Press(form, "cmdReset"); }, out);
+      opened, row, [](const Form& form) { Press(form, "cmdReset"); }, out);
 }
 
 void FavoriteCommand(const FavoriteArguments& arguments, std::ostream& out) {

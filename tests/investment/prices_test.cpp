@@ -3,9 +3,15 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <random>
+
 #include "tests/investment/securities.h"
 #include "tests/support/raises.h"
 #include "tests/support/shown_rows.h"
+#include "vetlo/services/common_services.h"
 
 namespace vetlo {
 namespace {
@@ -290,6 +296,101 @@ TEST(AllInvestmentsPriceHistory, LeavesOutWhatOnlyAnAccountOfAnotherKindHolds) {
   PriceHistory history;
   EXPECT_TRUE(Raises(kNothingToShow,
                      [&] { AllInvestmentsPriceHistory(*open, kFrom, kTo, history, kReport); }));
+}
+
+// ---- over centuries
+
+const Date kEarliest = Services().EarliestDate();
+const Date kLatest = Services().LatestDate();
+
+// A date as the tests' prices count their days, and back.
+double DayOfDate(Date date) { return date.days - Day(2026, 3, 1).days + 1; }
+Date DateOfDay(double day) { return Date{Day(2026, 3, 1).days + day - 1}; }
+
+PriceHistory HistoryBetween(Database& store, Date from, Date to) {
+  PriceHistory history;
+  AllInvestmentsPriceHistory(store, from, to, history, kReport);
+  return history;
+}
+
+// A price a day short of a century after the first one, or a day later.
+std::size_t TextsOfAHistoryOf(int days) {
+  const auto open = OneHeld({{1, 1, 10}, {1, static_cast<double>(days), 11}}).Open();
+  KeepingStore keeping(*open);
+  EXPECT_EQ(HistoryBetween(*keeping, kEarliest, kLatest).dblPrices.Series(), 2U);
+  const std::vector<std::string> opened = OpenedIn(keeping);
+  return static_cast<std::size_t>(std::ranges::count_if(opened, [](const std::string& text) {
+    return text.find("PriceDate<=") != std::string::npos && text.find(">=") == std::string::npos;
+  }));
+}
+
+TEST(LongPriceHistory, OfACenturyAsksForThePriceOnEveryDay) {
+  EXPECT_EQ(TextsOfAHistoryOf(36525), 36525U);
+}
+
+// The first day, the one behind it, and the last.
+TEST(LongPriceHistory, OfMoreThanACenturyAsksOnTheDaysOfPricesAlone) {
+  EXPECT_EQ(TextsOfAHistoryOf(36526), 3U);
+}
+
+TEST(LongPriceHistory, ShowsPricesFromOneEndOfTheCalendarToTheOther) {
+  const auto open = TwoHeld({{1, DayOfDate(kEarliest), 1},
+                             {2, 5, 99},
+                             {1, 6, 10},
+                             {1, 7, 10},
+                             {2, DayOfDate(kLatest), 98}})
+                        .Open();
+  EXPECT_THAT(RowsOf(HistoryBetween(*open, kEarliest, kLatest)),
+              ElementsAre(Shown{"0100/01/01", {1, 0}}, Shown{"2026/03/05", {1, 99}},
+                          Shown{"2026/03/06", {10, 99}}, Shown{"9998/12/31", {10, 98}}));
+}
+
+// What a history of two items shows by going through all days.
+std::vector<Shown> ShownDayByDay(const std::vector<Price>& prices, double from, double to) {
+  std::vector<double> in_range;
+  for (const Price& price : prices) {
+    if (price.day >= from && price.day <= to) {
+      in_range.push_back(price.day);
+    }
+  }
+  const auto [first, last] = std::ranges::minmax(in_range);
+  std::vector<Shown> rows;
+  std::vector<double> shown = {0, 0};
+  auto next = prices.begin();  // they stand in the order of their days
+  for (int i = 0; i < std::nearbyint(last - first + 1); ++i) {
+    const double day = first + i;
+    for (; next != prices.end() && next->day <= day; ++next) {
+      shown.at(static_cast<std::size_t>(next->item - 1)) = next->price;
+    }
+    if (rows.empty() || rows.back().prices != shown) {
+      rows.push_back({Services().DateDisplayText(DateOfDay(day)), shown});
+    }
+  }
+  return rows;
+}
+
+// Prices at any quarter of a day, some of them close together, and ranges that cut them off.
+TEST(LongPriceHistory, ShowsWhatAWalkThroughAllDaysWouldShow) {
+  constexpr int kRounds = 25;
+  constexpr int kQuarters = 4 * 37000;
+  std::mt19937 dice(20260321);
+  const auto quarter = [&](int most) { return std::uniform_int_distribution(0, most)(dice) / 4.0; };
+  for (int round = 0; round < kRounds; ++round) {
+    std::vector<Price> prices = {{1, 20, 1}, {2, 20, 2}};
+    while (prices.size() < 30) {
+      const double day =
+          prices.size() % 3 == 0 ? quarter(kQuarters) : prices.back().day + quarter(9);
+      prices.push_back({std::uniform_int_distribution(1, 2)(dice), day, quarter(8)});
+    }
+    prices.insert(prices.end(), {{1, 36990, 9}, {1, 37100 + quarter(8), 5}, {2, 37103, 7}});
+    std::ranges::stable_sort(prices, {}, &Price::day);
+    const double from = quarter(80);
+    const double to = prices.back().day - quarter(9);
+    const auto open = TwoHeld(prices).Open();
+    EXPECT_EQ(RowsOf(HistoryBetween(*open, DateOfDay(from), DateOfDay(to))),
+              ShownDayByDay(prices, from, to))
+        << "round " << round << " from " << from << " to " << to;
+  }
 }
 
 // ---- of one item

@@ -1,7 +1,10 @@
 #include "vetlo/investment/prices.h"
 
 #include <algorithm>
+#include <cmath>
 #include <functional>
+#include <numeric>
+#include <set>
 
 #include "vetlo/investment/selections.h"
 #include "vetlo/investment/values.h"
@@ -38,19 +41,25 @@ std::string InRange(Date dtmFromDate, Date dtmToDate) {
          " AND PriceDate<=" + Services().SqlDateLiteral(dtmToDate);
 }
 
-// The items that a history of several shows, and the days between their first and last prices.
+// The items that a history of several shows, and the days between their first and last prices in
+// the range.
 struct Listed {
   std::int32_t lngPriceTypeNumber = 0;
+  Date dtmFromDate;
+  Date dtmToDate;
   std::vector<std::int32_t> items;
   Date dtmFirst;
   Date dtmLast;
 };
 
+std::string PricesInRange(std::int32_t item, const Listed& listed) {
+  return PricesOfItem(item) + OfPriceType(listed.lngPriceTypeNumber) +
+         InRange(listed.dtmFromDate, listed.dtmToDate) + " ORDER BY PriceDate";
+}
+
 // Adds an item that has prices in the range, and widens the days by them.
-void ListItem(Database& dbDov, std::int32_t item, Date dtmFromDate, Date dtmToDate,
-              Listed& listed) {
-  ScopedRecordset rec(dbDov, PricesOfItem(item) + OfPriceType(listed.lngPriceTypeNumber) +
-                                 InRange(dtmFromDate, dtmToDate) + " ORDER BY PriceDate");
+void ListItem(Database& dbDov, std::int32_t item, Listed& listed) {
+  ScopedRecordset rec(dbDov, PricesInRange(item, listed));
   if (!(rec->Bof() && rec->Eof())) {
     listed.items.push_back(item);
     rec->MoveFirst();
@@ -66,7 +75,7 @@ using IsHeld = std::function<bool(std::int32_t item)>;
 // The days start crossed, so that any price replaces both.
 Listed ListItems(Database& dbDov, std::int32_t lngPriceTypeNumber, Date dtmFromDate, Date dtmToDate,
                  const IsHeld& is_held) {
-  Listed listed{lngPriceTypeNumber, {}, dtmToDate, dtmFromDate};
+  Listed listed{lngPriceTypeNumber, dtmFromDate, dtmToDate, {}, dtmToDate, dtmFromDate};
   ScopedRecordset recItem(dbDov, InvestmentItemsText());
   if (recItem->Bof() && recItem->Eof()) {
     RaiseNothing();
@@ -74,7 +83,7 @@ Listed ListItems(Database& dbDov, std::int32_t lngPriceTypeNumber, Date dtmFromD
   ForEachRow(*recItem, [&](Recordset& rec) {
     const std::int32_t item = LongField(rec, "AccountItemNumber");
     if (is_held(item)) {
-      ListItem(dbDov, item, dtmFromDate, dtmToDate, listed);
+      ListItem(dbDov, item, listed);
     }
   });
   recItem.Close();
@@ -83,6 +92,41 @@ Listed ListItems(Database& dbDov, std::int32_t lngPriceTypeNumber, Date dtmFromD
   }
   return listed;
 }
+
+// ---- the days that are looked at, as numbers counted from 0, the day of the first price
+
+using Days = std::vector<std::int32_t>;
+
+// A history of up to a century is walked day by day. In a longer one some prices lie far apart,
+// and between them there are days without end on which nothing can change.
+constexpr std::int32_t kMostDaysWalked = 36525;
+
+Days AllDays(std::int32_t lngDays) {
+  Days days(static_cast<std::size_t>(lngDays));
+  std::iota(days.begin(), days.end(), 0);
+  return days;
+}
+
+// A price shows from the day on that reaches it: the nearest one, or where that comes before the
+// price the next.
+Days DaysOfPrices(Database& dbDov, const Listed& listed, std::int32_t lngDays) {
+  std::set<std::int32_t> days;
+  for (const std::int32_t item : listed.items) {
+    ForEachRowOf(dbDov, PricesInRange(item, listed), [&](Recordset& rec) {
+      const double passed = DateField(rec, "PriceDate").days - listed.dtmFirst.days;
+      const auto nearest = static_cast<std::int32_t>(std::lround(passed));
+      days.insert({nearest, nearest + 1});
+    });
+  }
+  return {days.begin(), days.lower_bound(lngDays)};
+}
+
+Days DaysToWalk(Database& dbDov, const Listed& listed) {
+  const std::int32_t lngDays = ToLong(listed.dtmLast.days - listed.dtmFirst.days + 1);
+  return lngDays <= kMostDaysWalked ? AllDays(lngDays) : DaysOfPrices(dbDov, listed, lngDays);
+}
+
+// ---- the walk
 
 // What a day shows of all items.
 struct DayColumn {
@@ -119,9 +163,8 @@ void WalkDays(Database& dbDov, const Listed& listed, PriceHistory& history,
   std::vector<double> prices;
   DayColumn previous;
   history.strDates.Start();
-  const std::int32_t lngDays = ToLong(listed.dtmLast.days - listed.dtmFirst.days + 1);
-  for (std::int32_t i = 0; i < lngDays; ++i) {
-    const Date dtmDay{listed.dtmFirst.days + i};
+  for (const std::int32_t day : DaysToWalk(dbDov, listed)) {
+    const Date dtmDay{listed.dtmFirst.days + day};
     DayColumn column = ColumnOn(dbDov, listed, dtmDay, *recItem, *recType);
     if (column == previous) {
       continue;

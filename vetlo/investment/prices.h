@@ -32,7 +32,9 @@ double PriceOnOrBefore(Database& dbDov, std::int32_t lngAccountItemNumber, Date 
 void ItemPriceHistory(Database& dbDov, std::int32_t lngAccountItemNumber, Date dtmFromDate,
                       Date dtmToDate, PriceHistory& history);
 // The items that an account holds, and those that any investment account holds. In a report an
-// item is labelled by its type and name, in a chart by its name.
+// item is labelled by its type and name, in a chart by its name. Between the first and the last
+// price the store is asked for every day, or where they lie more than a century apart for the days
+// of the prices.
 void AccountPriceHistory(Database& dbDov, std::int32_t lngAccountNumber, Date dtmFromDate,
                          Date dtmToDate, PriceHistory& history, ChartOrReport lngChartOrReportType);
 void AllInvestmentsPriceHistory(Database& dbDov, Date dtmFromDate, Date dtmToDate,

@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <cmath>
-#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -8,78 +7,12 @@
 #include "vetlo/platform/failure.h"
 #include "vetlo/platform/text.h"
 #include "vetlo/services/common_services.h"
+#include "vetlo/services/holdings.h"
+#include "vetlo/services/movements.h"
 #include "vetlo/store/model.h"
 
 namespace vetlo {
 namespace {
-
-// ---- what a transaction moves
-
-// At which end of a transaction an account stands.
-enum class End { kOwn, kOther };
-
-bool MovesUnitsAlone(std::int32_t type) {
-  return type == kUnitsReceived || type == kUnitsGivenAway;
-}
-
-// A transaction on a holding moves the cash of one account alone: the one that funds it, or where
-// none is named the account of the holding.
-bool MovesOneCashAlone(std::int32_t type) {
-  return type == kBuy || type == kSell || type == kDividend || type == kHoldingInterest ||
-         type == kCapitalGain || type == kHoldingCost;
-}
-
-// The change of an account's cash by the transaction under the cursor.
-Currency CashChange(Recordset& rec, End end) {
-  const std::int32_t type = LongField(rec, "TransactionType");
-  if (MovesUnitsAlone(type)) {
-    return {};
-  }
-  const bool leaves_own = Services().TransactionTypeInfo(type, 0) == MoneyFlow::kLeaves;
-  if (MovesOneCashAlone(type)) {
-    if (end == End::kOwn && !IsNull(rec.Fields("ToOrFundAccountNumber"))) {
-      return {};
-    }
-    const Currency total = CurrencyField(rec, "Total");
-    return leaves_own ? -total : total;
-  }
-  const Currency total = CurrencyField(rec, "Total");
-  return leaves_own == (end == End::kOwn) ? -total : total;
-}
-
-// The change of a holding: units bought or received, less units sold or given away.
-double UnitsChange(Recordset& rec) {
-  const std::int32_t type = LongField(rec, "TransactionType");
-  const bool adds = type == kBuy || type == kUnitsReceived;
-  const bool takes = type == kSell || type == kUnitsGivenAway;
-  if (!adds && !takes) {
-    return 0;
-  }
-  const Variant quantity = rec.Fields("Quantity");
-  const double units = IsNull(quantity) ? 0 : ToDouble(quantity);
-  return adds ? units : -units;
-}
-
-// ---- the texts
-
-constexpr std::string_view kCounted = " AND (TransactionRecordType= 0 OR TransactionRecordType= 4)";
-
-// All of a day counts, whatever the time of day.
-std::string UpToTheEndOf(std::string_view column, Date date) {
-  const Date day = DayOf(date);
-  static_cast<void>(CalendarDayOf(day));
-  // There is no day after the last one.
-  return " AND " + std::string(column) +
-         (day < kLastRealDate ? "<" + Services().SqlDateLiteral(Date{day.days + 1})
-                              : "<=#9999-12-31 23:59:59#");
-}
-
-std::string MovementsText(std::int32_t account, End end) {
-  return "SELECT * FROM TransactionRecord WHERE " +
-         std::string(end == End::kOwn ? "AccountNumber=" : "ToOrFundAccountNumber=") + Str(account);
-}
-
-constexpr End kBothEnds[] = {End::kOwn, End::kOther};
 
 // ---- the account
 
@@ -100,81 +33,6 @@ std::optional<AccountFacts> FindAccount(Database& store, std::int32_t account) {
   const AccountFacts facts{CurrencyField(*rec, "OpeningBalance"), type.Has(AccountAttrFund)};
   rec->Close();
   return facts;
-}
-
-// ---- what is held, and what it is worth
-
-struct UnitsMovement {
-  Date date;
-  std::int32_t item = 0;
-  double units = 0;
-};
-
-// In the order of their entry, which is the order in which units are added.
-std::vector<UnitsMovement> UnitsMovements(Database& store, std::int32_t account, Date until) {
-  std::vector<UnitsMovement> movements;
-  ForEachRowOf(store,
-               MovementsText(account, End::kOwn) + " AND (NOT ISNULL(AccountItemNumber))" +
-                   UpToTheEndOf("TransactionDate", until) + std::string(kCounted) +
-                   " ORDER BY TransactionRecordNumber",
-               [&](Recordset& rec) {
-                 const double units = UnitsChange(rec);
-                 if (units != 0) {
-                   movements.push_back({DateField(rec, "TransactionDate"),
-                                        LongField(rec, "AccountItemNumber"), units});
-                 }
-               });
-  return movements;
-}
-
-std::map<std::int32_t, double> UnitsOn(const std::vector<UnitsMovement>& movements, Date date) {
-  std::map<std::int32_t, double> units;
-  const double end = DayOf(date).days + 1;
-  for (const UnitsMovement& movement : movements) {
-    if (movement.date.days < end) {
-      units[movement.item] += movement.units;
-    }
-  }
-  return units;
-}
-
-// The number of the price type that values are taken from, or none.
-std::optional<std::int32_t> DefaultPriceType(Database& store) {
-  const auto rec = store.OpenRecordset("PriceType", RecordsetType::kDynaset);
-  rec->FindFirst("PriceTypeAttr=" + Str(kDefaultPriceType));
-  std::optional<std::int32_t> number;
-  if (!rec->NoMatch()) {
-    number = LongField(*rec, "PriceTypeNumber");
-  }
-  rec->Close();
-  return number;
-}
-
-double PriceOn(Database& store, std::int32_t item, std::int32_t price_type, Date date) {
-  const auto rec =
-      store.OpenRecordset("SELECT * FROM PriceRecord WHERE AccountItemNumber=" + Str(item) +
-                          " AND PriceTypeNumber=" + Str(price_type) +
-                          UpToTheEndOf("PriceDate", date) + " ORDER BY PriceDate");
-  double price = 0;
-  if (!(rec->Bof() && rec->Eof())) {
-    rec->MoveLast();
-    price = DoubleField(*rec, "Price");
-  }
-  rec->Close();
-  return price;
-}
-
-// Each product is rounded before it is added.
-Currency ValueOn(Database& store, const std::vector<UnitsMovement>& movements,
-                 std::optional<std::int32_t> price_type, Date date) {
-  Currency value;
-  if (!price_type) {
-    return value;
-  }
-  for (const auto& [item, units] : UnitsOn(movements, date)) {
-    value += CCur(units * PriceOn(store, item, *price_type, date));
-  }
-  return value;
 }
 
 // ---- the points of a history
@@ -224,7 +82,7 @@ struct CashMovement {
 
 std::vector<CashMovement> CashMovements(Database& store, std::int32_t account) {
   std::vector<CashMovement> movements;
-  for (const End end : kBothEnds) {
+  for (const AccountEnd end : kBothEnds) {
     ForEachRowOf(store, MovementsText(account, end) + std::string(kCounted), [&](Recordset& rec) {
       movements.push_back({DateField(rec, "TransactionDate"), CashChange(rec, end)});
     });
@@ -269,15 +127,14 @@ Currency CommonServices::AccountBalanceOnDate(Database& dbDov, std::int32_t lngA
                   "there is no account " + std::to_string(lngAccountNumber) + std::string(kMendIt));
   }
   Currency balance = account->opening_balance;
-  for (const End end : kBothEnds) {
+  for (const AccountEnd end : kBothEnds) {
     ForEachRowOf(store,
                  MovementsText(lngAccountNumber, end) + UpToTheEndOf("TransactionDate", dtmDate) +
                      std::string(kCounted),
                  [&](Recordset& rec) { balance += CashChange(rec, end); });
   }
   if (account->holds_items) {
-    balance += ValueOn(store, UnitsMovements(store, lngAccountNumber, dtmDate),
-                       DefaultPriceType(store), dtmDate);
+    balance += Holdings(store, lngAccountNumber, dtmDate).WorthOn(dtmDate);
   }
   return balance;
 }
@@ -293,11 +150,9 @@ void CommonServices::BalanceHistory(Database& dbDov, std::int32_t lngAccountNumb
   const std::vector<CashMovement> cash = CashMovements(store, lngAccountNumber);
   const DateSpan span = ClosedSpan({dtmFromDate, dtmToDate}, cash);
   const std::vector<Date> points = PointsBetween(span.from, span.to);
-  std::vector<UnitsMovement> units;
-  std::optional<std::int32_t> price_type;
+  std::optional<Holdings> holdings;
   if (account->holds_items) {
-    units = UnitsMovements(store, lngAccountNumber, span.to);
-    price_type = DefaultPriceType(store);
+    holdings.emplace(store, lngAccountNumber, span.to);
   }
   AmountMatrix balances(1, points.size());
   std::vector<std::string> texts;
@@ -308,7 +163,7 @@ void CommonServices::BalanceHistory(Database& dbDov, std::int32_t lngAccountNumb
       balance += next->change;
     }
     texts.push_back(DateDisplayText(point));
-    balances(1, texts.size()) = ToDouble(balance + ValueOn(store, units, price_type, point));
+    balances(1, texts.size()) = ToDouble(holdings ? balance + holdings->WorthOn(point) : balance);
   }
   matrix = std::move(balances);
   labels = ItemLabels(std::move(texts));
@@ -319,7 +174,7 @@ double CommonServices::QuantityHeld(Database& dbDov, std::int32_t lngAccountNumb
   constexpr double kLeastHolding = 0.0000005;
   double units = 0;
   ForEachRowOf(dbDov.Unobserved(),
-               MovementsText(lngAccountNumber, End::kOwn) +
+               MovementsText(lngAccountNumber, AccountEnd::kOwn) +
                    " AND AccountItemNumber=" + Str(lngAccountItemNumber) + std::string(kCounted) +
                    " ORDER BY TransactionRecordNumber",
                [&](Recordset& rec) { units += UnitsChange(rec); });

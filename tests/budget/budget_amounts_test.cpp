@@ -63,7 +63,9 @@ INSTANTIATE_TEST_SUITE_P(
         RangeCase{"BeforeTheEpoch", Day(1899, 11, 30), Day(1899, 12, 1), 110000000000},
         RangeCase{"WithATimeOfDay", Date{Day(2026, 3, 31).days + 0.75},
                   Date{Day(2026, 3, 31).days + 0.99}, 100},
-        RangeCase{"AtTheEndOfAllDates", Day(9998, 12, 1), Day(9998, 12, 31), 100000000000}),
+        RangeCase{"AtTheEndOfAllDates", Day(9998, 12, 1), Day(9998, 12, 31), 100000000000},
+        RangeCase{"AMonthBeforeTheCalendarsLast", Day(9999, 10, 31), Day(9999, 11, 1),
+                  11000000000}),
     [](const auto& named) { return named.param.name; });
 
 // From the first date that there is to the last: 9899 years.
@@ -71,6 +73,12 @@ TEST(TotalBudgetOfDateRange, CountsEveryMonthOfAllDates) {
   MonthAmounts ones;
   ones.fill(Money(1));
   EXPECT_EQ(TotalBudgetOfDateRange(ones, Day(100, 1, 1), Day(9998, 12, 31)), Money(9899 * 12));
+}
+
+// The day behind the range's last month is looked for, and there is none.
+TEST(TotalBudgetOfDateRange, FailsInTheLastMonthOfTheCalendar) {
+  EXPECT_TRUE(Raises(FailureNumber::kInvalidCall,
+                     [] { TotalBudgetOfDateRange(Marked(), Day(9999, 12, 1), Day(9999, 12, 1)); }));
 }
 
 TEST(TotalBudgetOfDateRange, FailsAtTheFirstMonthThatIsNotThere) {

@@ -383,6 +383,17 @@ TEST(TotalBalanceOfAttribute, AddsTheAccountsThatShareAFlag) {
   EXPECT_EQ(TotalBalanceOfAttribute(*open, 4), Money(830));
 }
 
+TEST(TotalBalanceOfAttribute, OfTheOnlyAccountIsItsBalance) {
+  SmallStore store;
+  store.Account(kBroker, "Broker", kInvestmentAccount);
+  SetBalance(store, kBroker, 130);
+  EXPECT_EQ(TotalBalanceOfAttribute(*store.Open(), 2), Money(130));
+}
+
+TEST(TotalBalanceOfAttribute, WithoutAnAccountIsNothing) {
+  EXPECT_EQ(TotalBalanceOfAttribute(*SmallStore().Open(), 2), Money(0));
+}
+
 TEST(TotalAssociatedCash, LeavesOutWhatServesAnAccountOfAnotherKind) {
   SmallStore store = Market();
   SetBalance(store, kBank, 700);

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "tests/output/measured_platform.h"
+#include "tests/support/raises.h"
 #include "vetlo/output/report_page.h"
 
 namespace vetlo {
@@ -110,6 +111,14 @@ TEST(RuleLineForWidth, CountsWithTheUnderscoreAsWideAsItIs) {
   EXPECT_EQ(RuleLineForWidth(102, TableBox({{"_", 66.5F}})), "___");  // 167.5 / 66.5 = 2.52
 }
 
+TEST(RuleLineForWidth, FailsWhereTheUnderscoreHasNoWidth) {
+  const TableBox font({{"_", 0}});
+  for (const float width : {0.0F, 100.0F}) {
+    EXPECT_TRUE(Raises(FailureNumber::kDivisionByZero, [&] { RuleLineForWidth(width, font); }))
+        << width;
+  }
+}
+
 // ---- numbers at the right edge of their column
 
 struct AlignCase {
@@ -146,6 +155,15 @@ TEST(RightAlignToWidth, RoundsTheWidthsOfTextAndBlankHalfToEven) {
   EXPECT_EQ(RightAlignToWidth(246, "a", TableBox({{"a", 220.5F}, {" ", 50.5F}})), "  a");
   // 221.5 counts as 222: 73 / 50.
   EXPECT_EQ(RightAlignToWidth(246, "a", TableBox({{"a", 221.5F}, {" ", 50.5F}})), " a");
+}
+
+// Half a twip counts as none.
+TEST(RightAlignToWidth, FailsWhereTheBlankHasNoWidth) {
+  for (const float blank : {0.0F, 0.5F}) {
+    const TableBox font({{"a", 220}, {" ", blank}});
+    EXPECT_TRUE(Raises(FailureNumber::kDivisionByZero, [&] { RightAlignToWidth(246, "a", font); }))
+        << blank;
+  }
 }
 
 TEST(RightAlignToWidth, LeavesTheColumnsOwnFraction) {

@@ -71,6 +71,16 @@ TEST(Format, ShowsTheOtherDigitsWhereTheyAreSignificant) {
                    {0, "#", ""}});
 }
 
+// No gap is left between digits and those that are always shown.
+TEST(Format, ShowsAPlaceBetweenZerosAndThePointAlways) {
+  ExpectFormatted({{5, "0#", "05"},
+                   {0, "0#", "00"},
+                   {12, "0#", "12"},
+                   {5, "#0#", "05"},
+                   {7, "0##.#0", "007.00"},
+                   {0, "#0.", "0."}});
+}
+
 TEST(Format, ShowsThePointWhateverFollowsIt) {
   ExpectFormatted({{0, "#.##", "."}, {12, "#,##0.##", "12."}, {12, "#,##0.######", "12."}});
 }

@@ -9,6 +9,7 @@
 #include "quillmarsh/terminal/safe_text.h"
 #include "vetlo/host/component.h"
 #include "vetlo/registry/component_registry.h"
+#include "vetlo/registry/trusted_file.h"
 #include "vetlo/surface/result_codes.h"
 
 namespace quillmarsh {
@@ -16,16 +17,27 @@ namespace {
 
 using vetlo::Component;
 
-void RequireWritten(vetlo::HRESULT result) {
-  if (!vetlo::Failed(result)) {
-    return;
+// Why nothing can be written.
+std::string ReasonNotToWrite(const std::string& file) {
+  if (file.empty()) {
+    return "there is no place for a registry of components: set HOME or XDG_DATA_HOME";
   }
-  const std::string file = vetlo::RegistryFile();
-  const std::string what =
-      file.empty() ? "there is no place for a registry of components: set HOME or XDG_DATA_HOME"
-                   : "cannot write the registry of components " + SafeText(file) +
-                         ": look whether you may write there and there is room";
-  throw UserError(what + " (" + vetlo::ResultText(result) + ")");
+  const std::string what = "cannot write the registry of components " + SafeText(file) + ": ";
+  try {
+    vetlo::RequireRegistryPlace(file);
+  } catch (const vetlo::NotTrusted& error) {
+    return what + SafeText(error.what());
+  } catch (const std::system_error&) {
+    // A result code has told of it already.
+  }
+  return what + "look whether you may write there and there is room";
+}
+
+void RequireWritten(vetlo::HRESULT result) {
+  if (vetlo::Failed(result)) {
+    throw UserError(ReasonNotToWrite(vetlo::RegistryFile()) + " (" + vetlo::ResultText(result) +
+                    ")");
+  }
 }
 
 std::string Registry() { return SafeText(vetlo::RegistryFile()); }

@@ -18,6 +18,8 @@ vetlo::Component LoadComponent() {
     const vetlo::ComponentPlace place = vetlo::FindComponentLibrary();
     registered = place.registered;
     return vetlo::Component(place.file);
+  } catch (const vetlo::RegistryError& error) {
+    throw UserError(SafeText(error.what()));
   } catch (const vetlo::ComponentError& error) {
     throw UserError(SafeText(error.what()) + (registered ? kAdvice : ""));
   }

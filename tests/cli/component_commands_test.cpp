@@ -150,9 +150,13 @@ TEST_F(ComponentCommands, AProgramWithoutALibrarySaysWhereItLooked) {
 }
 
 TEST_F(ComponentCommands, AProgramWithoutALibraryUsesTheRegisteredOne) {
-  fs::copy(PROGRAM, data_ / "quillmarsh");
-  EXPECT_EQ(Quill("register").status, 0);
-  EXPECT_EQ(Quill("component", data_ / "quillmarsh").out, Quill("component").out);
+  const TestFolder programs;
+  fs::copy(PROGRAM, programs / "quillmarsh");
+  fs::copy(library_, data_ / "libvetlo.so");
+  WriteRegistry(kSection + "InprocServer=" + data_ / "libvetlo.so" + "\n");
+  const ProgramRun run = Quill("component", programs / "quillmarsh");
+  EXPECT_EQ(run.status, 0) << run.err;
+  EXPECT_THAT(run.out, HasSubstr("loaded from   " + data_ / "libvetlo.so"));
 }
 
 // ---- records that are of no use
@@ -211,6 +215,69 @@ TEST_F(ComponentCommands, ARegistryThatCannotBeReadIsAnError) {
     EXPECT_THAT(run.err, HasSubstr(file_)) << word;
   }
   EXPECT_THAT(NamesInRegistrysFolder(), ElementsAre("components.ini"));
+}
+
+TEST_F(ComponentCommands, ARegistryThatIsOpenToOthersIsAnErrorThatTellsWhatMendsIt) {
+  WriteRegistry(kSection + "InprocServer=" + library_ + "\n");
+  fs::permissions(data_ / "vetlo", fs::perms::all);
+  for (const char* const word : {"component", "unregister", "register"}) {
+    const ProgramRun run = Quill(word);
+    ExpectOneLine(run);
+    EXPECT_THAT(run.err, AllOf(HasSubstr(data_ / "vetlo can be written by other users"),
+                               HasSubstr("chmod go-w"), Not(HasSubstr("'quillmarsh register'"))))
+        << word;
+  }
+  fs::permissions(data_ / "vetlo", fs::perms::owner_all);
+  EXPECT_EQ(Quill("component").status, 0);
+}
+
+TEST_F(ComponentCommands, NothingIsRegisteredWhereOthersCouldChangeIt) {
+  fs::permissions(data_.path(), fs::perms::all);
+  const ProgramRun run = Quill("register");
+  ExpectOneLine(run);
+  EXPECT_THAT(run.err, AllOf(HasSubstr(data_.path() + " can be written"), HasSubstr("0x80070005")));
+  EXPECT_TRUE(fs::is_empty(data_.path()));
+  EXPECT_EQ(Quill("component").status, 0) << "the one beside the program is there";
+}
+
+TEST_F(ComponentCommands, ALibraryThatIsOpenToOthersIsAnErrorThatTellsWhatToDo) {
+  const std::string library = data_ / "libvetlo.so";
+  fs::copy(library_, library);
+  WriteRegistry(kSection + "InprocServer=" + library + "\n");
+  fs::permissions(library, fs::perms::all);
+  const ProgramRun run = Quill("component");
+  ExpectOneLine(run);
+  EXPECT_THAT(run.err, AllOf(HasSubstr(library + " can be written by other users"),
+                             HasSubstr("'quillmarsh register'")));
+  EXPECT_EQ(Quill("register").status, 0);
+  EXPECT_EQ(Quill("component").status, 0);
+}
+
+TEST_F(ComponentCommands, AProgramInAFolderThatIsOpenToOthersUsesWhatItRegisters) {
+  const std::string folder = data_ / "shared";
+  fs::create_directory(folder);
+  fs::copy(PROGRAM, folder + "/quillmarsh");
+  fs::copy(library_, folder + "/libvetlo.so");
+  fs::permissions(folder, fs::perms::all);
+  EXPECT_EQ(Quill("register", folder + "/quillmarsh").status, 0);
+  const ProgramRun own = Quill("component", folder + "/quillmarsh");
+  EXPECT_EQ(own.status, 0) << own.err;
+  EXPECT_THAT(own.out, HasSubstr("in the registry"));
+  ExpectOneLine(Quill("component"));
+}
+
+TEST_F(ComponentCommands, ARegistryThatNeverEndsIsAnErrorAtOnce) {
+  fs::create_directories(data_ / "vetlo");
+  for (const char* const endless : {"/dev/zero", "/dev/tty", "/proc/kmsg"}) {
+    fs::create_symlink(endless, file_);
+    EXPECT_EQ(Quill("component").status, 1) << endless;
+    fs::remove(file_);
+  }
+  WriteRegistry("");
+  fs::resize_file(file_, 20'000'000'000);
+  const ProgramRun run = Quill("component");
+  ExpectOneLine(run);
+  EXPECT_THAT(run.err, HasSubstr("is larger than"));
 }
 
 TEST_F(ComponentCommands, AFullDiskIsAnErrorThatLeavesTheRegistryAsItWas) {

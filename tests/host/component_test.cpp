@@ -3,6 +3,7 @@
 #include <dlfcn.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <filesystem>
 #include <functional>
@@ -106,6 +107,62 @@ TEST_F(Finding, ARecordWithoutAPathIsAnError) {
 TEST_F(Finding, ARegistryThatCannotBeReadIsAnError) {
   fs::create_directories(file_);
   EXPECT_THAT(FindingError(), HasSubstr(file_));
+}
+
+TEST_F(Finding, ARegistryThatIsOpenToOthersIsAnErrorOfItsOwn) {
+  Register("/opt/libvetlo.so");
+  fs::permissions(file_, fs::perms::group_write, fs::perm_options::add);
+  EXPECT_THROW(FindComponentLibrary(), RegistryError);
+  EXPECT_THAT(FindingError(), AllOf(HasSubstr(file_ + " can be written by other users"),
+                                    HasSubstr("chmod go-w"), HasSubstr("XDG_DATA_HOME")));
+}
+
+TEST_F(Finding, WithoutARegistryAFolderThatIsOpenToOthersIsNoError) {
+  fs::permissions(data_.path(), fs::perms::all);
+  EXPECT_FALSE(FindComponentLibrary().registered);
+}
+
+TEST_F(Finding, ARegisteredLibraryThatIsOpenToOthersIsAnError) {
+  const TestFolder elsewhere;
+  const std::string library = elsewhere / "libvetlo.so";
+  fs::copy_file(LibraryBesideProgram(), library);
+  fs::permissions(library, fs::perms::owner_all);
+  Register(library);
+  EXPECT_EQ(FindingError(), "");
+  fs::permissions(library, fs::perms::all);
+  EXPECT_THAT(FindingError(), AllOf(HasSubstr(library + " is not loaded"),
+                                    HasSubstr(library + " can be written by other users")));
+}
+
+TEST_F(Finding, ARegisteredLibraryInAFolderThatIsOpenToOthersIsAnError) {
+  const TestFolder elsewhere;
+  WriteFile(elsewhere / "libvetlo.so", "");
+  fs::permissions(elsewhere.path(), fs::perms::all);
+  Register(elsewhere / "libvetlo.so");
+  EXPECT_THAT(FindingError(), HasSubstr(elsewhere.path() + " can be written by other users"));
+}
+
+TEST_F(Finding, ARegisteredLibraryThatIsNoFileIsAnErrorAtOnce) {
+  const std::string fifo = data_ / "libvetlo.so";
+  ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+  Register(fifo);
+  EXPECT_THAT(FindingError(), HasSubstr(fifo + " is no regular file"));
+}
+
+TEST_F(Finding, ARegisteredLibraryOfAnAbsurdSizeIsAnError) {
+  WriteFile(data_ / "libvetlo.so", "");
+  fs::resize_file(data_ / "libvetlo.so", 20'000'000'000);
+  Register(data_ / "libvetlo.so");
+  EXPECT_THAT(FindingError(), HasSubstr("is larger than 1073741824 bytes"));
+}
+
+// Who can change it can change the program.
+TEST_F(Finding, ARegisteredLibraryBesideTheProgramNeedsNoJudging) {
+  Register(LibraryBesideProgram());
+  const auto before = fs::status(LibraryBesideProgram()).permissions();
+  fs::permissions(LibraryBesideProgram(), fs::perms::group_write, fs::perm_options::add);
+  EXPECT_EQ(FindingError(), "");
+  fs::permissions(LibraryBesideProgram(), before);
 }
 
 // ---- loading it

@@ -2,10 +2,13 @@
 
 #include <dlfcn.h>
 
+#include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <system_error>
 
 #include "vetlo/registry/component_registry.h"
+#include "vetlo/registry/trusted_file.h"
 #include "vetlo/surface/result_codes.h"
 
 namespace vetlo {
@@ -99,6 +102,28 @@ Held<Interface> FactoryAs(const LoadedLibrary& library, const GUID& iid) {
   });
 }
 
+std::optional<ComponentRecord> RegisteredComponent() {
+  const std::string what = "the registry of components";
+  try {
+    return FindComponent(RegistryFile(), GuidText(CLSID_clsTamo));
+  } catch (const NotTrusted& error) {
+    throw RegistryError(what + " " + RegistryFile() + " is not used: " + error.what() +
+                        " (HOME or XDG_DATA_HOME says where it lies)");
+  } catch (const std::system_error& error) {
+    throw RegistryError(what + ": " + error.what());
+  }
+}
+
+// One that is not there is the loader's to tell of.
+void RequireTrustedLibrary(const std::string& file) {
+  constexpr std::int64_t kMostBytes = 1 << 30;
+  try {
+    OpenTrusted(file, kMostBytes);
+  } catch (const std::system_error& error) {
+    throw ComponentError("the registered component " + file + " is not loaded: " + error.what());
+  }
+}
+
 }  // namespace
 
 std::string LibraryBesideProgram() {
@@ -111,19 +136,20 @@ std::string LibraryBesideProgram() {
 }
 
 ComponentPlace FindComponentLibrary() {
-  try {
-    const auto record = FindComponent(RegistryFile(), GuidText(CLSID_clsTamo));
-    if (!record) {
-      return {LibraryBesideProgram(), false};
-    }
-    if (!record->library.starts_with('/')) {
-      throw ComponentError("the registry of components " + RegistryFile() +
-                           " names no absolute path for " + std::string(kTamoProgId));
-    }
-    return {record->library, true};
-  } catch (const std::system_error& error) {
-    throw ComponentError(std::string("the registry of components: ") + error.what());
+  const std::string beside = LibraryBesideProgram();
+  const auto record = RegisteredComponent();
+  if (!record) {
+    return {beside, false};
   }
+  if (!record->library.starts_with('/')) {
+    throw ComponentError("the registry of components " + RegistryFile() +
+                         " names no absolute path for " + std::string(kTamoProgId));
+  }
+  // Who can change a library beside the program can change the program.
+  if (record->library != beside) {
+    RequireTrustedLibrary(record->library);
+  }
+  return {record->library, true};
 }
 
 Component::Component(const std::string& file) : library_(std::make_shared<LoadedLibrary>(file)) {

@@ -21,8 +21,16 @@ struct ComponentPlace {
   bool registered = false;  // as the registry says; else it is taken from beside the program
 };
 
+// The registry of components is of no use; registering anew would not mend that.
+class RegistryError : public ComponentError {
+ public:
+  using ComponentError::ComponentError;
+};
+
 // The library that the user has registered; without a record, the one beside the running program.
-// Fails with a ComponentError where the registry can't be read.
+// Fails with a RegistryError where the registry can't be read, and where it could be another
+// user's; with a ComponentError where the registered library could be, unless it is the one beside
+// the program.
 ComponentPlace FindComponentLibrary();
 
 // The file that a library beside the running program would be.

@@ -16,6 +16,8 @@
 #include <utility>
 #include <vector>
 
+#include "vetlo/registry/trusted_file.h"
+
 namespace vetlo {
 namespace {
 
@@ -24,23 +26,6 @@ namespace fs = std::filesystem;
 [[noreturn]] void RaiseErrno(const std::string& what) {
   throw std::system_error(errno, std::generic_category(), what);
 }
-
-// A file descriptor that is closed when it goes.
-class Descriptor {
- public:
-  explicit Descriptor(int number) : number_(number) {}
-  ~Descriptor() {
-    if (number_ >= 0) {
-      close(number_);
-    }
-  }
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  [[nodiscard]] int number() const { return number_; }
-
- private:
-  int number_;
-};
 
 // ---- the text of the registry
 
@@ -163,20 +148,20 @@ ComponentRecord RecordOf(const Section& section) {
 
 // ---- its file
 
+// A registry has a few lines for each component of a user.
+constexpr std::int64_t kMostBytes = 1 << 20;
+
 // Empty where there is no file.
 std::string ReadRegistry(const std::string& file) {
-  const Descriptor in(open(file.c_str(), O_RDONLY | O_CLOEXEC));
-  if (in.number() < 0) {
-    if (errno == ENOENT || errno == ENOTDIR) {
-      return {};
-    }
-    RaiseErrno("cannot read " + file);
-  }
+  const Descriptor in = OpenTrusted(file, kMostBytes);
   std::string text;
   std::array<char, 4096> piece;
   ssize_t size = 0;
-  while ((size = read(in.number(), piece.data(), piece.size())) > 0) {
+  while (in.IsOpen() && (size = read(in.number(), piece.data(), piece.size())) > 0) {
     text.append(piece.data(), static_cast<std::size_t>(size));
+    if (std::cmp_greater(text.size(), kMostBytes)) {
+      throw NotTrusted(EFBIG, file + " does not end");
+    }
   }
   if (size < 0) {
     RaiseErrno("cannot read " + file);
@@ -372,6 +357,8 @@ std::string LibraryFileOf(const void* address) {
   return (fs::canonical(folder) / file.filename()).string();
 }
 
+void RequireRegistryPlace(const std::string& file) { RequireTrustedPlace(file, kMostBytes); }
+
 std::optional<ComponentRecord> FindComponent(const std::string& file, std::string_view class_id) {
   for (const Section& section : SectionsOf(ReadRegistry(file))) {
     if (section.name == class_id) {
@@ -386,8 +373,9 @@ void WriteComponent(const std::string& registry, const ComponentRecord& record) 
   const std::string file = WithoutLinks(registry);
   const std::string folder = fs::path(file).parent_path();
   MadeFolders folders(folder);
+  RequireRegistryPlace(registry);
   const FolderLock lock(folder);
-  const std::string old_text = ReadRegistry(file);
+  const std::string old_text = ReadRegistry(registry);
   std::vector<Section> sections = SectionsOf(old_text);
   PutIn(sections, SectionOf(record));
   const std::string text = TextOf(sections);
@@ -406,8 +394,9 @@ void RemoveComponent(const std::string& registry, std::string_view class_id) {
     }
     RaiseErrno("cannot reach " + file);
   }
+  RequireRegistryPlace(registry);
   const FolderLock lock(fs::path(file).parent_path());
-  std::vector<Section> sections = SectionsOf(ReadRegistry(file));
+  std::vector<Section> sections = SectionsOf(ReadRegistry(registry));
   if (std::erase_if(sections, [&](const Section& section) { return section.name == class_id; }) !=
       0) {
     Replace(file, TextOf(sections), lock);

@@ -7,7 +7,7 @@
 namespace vetlo {
 
 // The per-user registry of components: one plain file in which each component has a section. All
-// file handling of the component stands here.
+// file handling of the component stands in this room.
 
 // What is written of one component.
 struct ComponentRecord {
@@ -28,8 +28,12 @@ std::string RegistryFile();
 // The absolute path of the library that this address lies in.
 std::string LibraryFileOf(const void* address);
 
-// The record of a class, or nothing where there is none. This and those below fail with
-// std::system_error where the file cannot be read or written.
+// What a registry says decides which code runs: this and those below fail with NotTrusted where it
+// could be another user's (trusted_file.h), and with std::system_error where the file cannot be
+// read or written. This one asks no more than that, also of a registry that is not there yet.
+void RequireRegistryPlace(const std::string& file);
+
+// The record of a class, or nothing where there is none.
 std::optional<ComponentRecord> FindComponent(const std::string& file, std::string_view class_id);
 
 // Writes a record in the place of the class's old one, and takes one out. Other components'

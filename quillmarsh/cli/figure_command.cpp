@@ -276,7 +276,7 @@ void FigureCommand(const FigureArguments& arguments, std::ostream& out) {
                       std::to_string(failure.number()) + ": " + failure.what());
     }
     out << JsonFailure(operation, failure.number()) << "\n";
-    if (kept && IsOfTheStore(failure)) {
+    if (kept && IsOfTheStore(failure.number())) {
       kept->OnFailure(failure.number(), failure.what());
     }
   }

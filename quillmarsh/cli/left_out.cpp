@@ -17,10 +17,10 @@ std::vector<std::string> LinesOf(const vetlo::KeptStore& store) {
   return lines;
 }
 
-bool IsOfTheStore(const vetlo::Failure& failure) {
-  const auto number = static_cast<vetlo::FailureNumber>(failure.number());
-  return number == vetlo::FailureNumber::kStoreUnusable ||
-         number == vetlo::FailureNumber::kOutOfMemory;
+bool IsOfTheStore(std::int32_t number) {
+  const auto known = static_cast<vetlo::FailureNumber>(number);
+  return known == vetlo::FailureNumber::kStoreUnusable ||
+         known == vetlo::FailureNumber::kOutOfMemory;
 }
 
 void RequireWhole(const vetlo::KeptStore& store) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <exception>
 #include <string>
 #include <vector>
@@ -27,8 +28,9 @@ std::string FailureLine(std::int32_t number, const char* text);
 // A line for each failure that the store has kept.
 std::vector<std::string> LinesOf(const vetlo::KeptStore& store);
 
-// Whether a failure is one of the store or of the machine rather than of a value in it.
-bool IsOfTheStore(const vetlo::Failure& failure);
+// Whether a failure of this number is one of the store or of the machine rather than of a value in
+// it.
+bool IsOfTheStore(std::int32_t number);
 
 // To be asked when all is printed: fails with LeftOut where the store has kept any failure.
 void RequireWhole(const vetlo::KeptStore& store);

@@ -1,16 +1,19 @@
 #include "quillmarsh/cli/read_back.h"
 
+#include "quillmarsh/cli/left_out.h"
 #include "quillmarsh/cli/user_error.h"
-#include "vetlo/platform/failure.h"
 
 namespace quillmarsh {
 
 void ReadBackDatabase::CommitTrans() {
+  vetlo::KeptStore kept(Store());
+  const bool ended = vetlo::ResumeNext(kept, [&] { rows_ = ReadSettingsRows(kept); }) == 0;
   failure_.reset();
-  try {
-    rows_ = ReadSettingsRows(Store());
-  } catch (const vetlo::Failure& failure) {
-    failure_ = failure.what();
+  for (const vetlo::KeptFailure& failure : kept.Failures()) {
+    // What somebody damaged in a row is none of this change.
+    if (!failure_ && (!ended || IsOfTheStore(failure.number))) {
+      failure_ = failure.Text();
+    }
   }
   ForwardingDatabase::CommitTrans();
 }

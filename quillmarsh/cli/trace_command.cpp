@@ -106,7 +106,7 @@ void TraceCommand(const TraceArguments& arguments, std::ostream& out) {
   } catch (const vetlo::Failure& failure) {
     last = LastLine("failure", failure.number());
     // That the call failed is part of the trace. That the store cannot be read is not.
-    if (IsOfTheStore(failure)) {
+    if (IsOfTheStore(failure.number())) {
       kept.OnFailure(failure.number(), failure.what());
     }
   }

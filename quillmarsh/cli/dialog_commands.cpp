@@ -345,8 +345,13 @@ void FavoriteCommand(const FavoriteArguments& arguments, std::ostream& out) {
 
 void UnfavoriteCommand(const UnfavoriteArguments& arguments, std::ostream& out) {
   OpenedForChange opened(arguments.store);
+  // Nobody waits for one that is not there.
+  FindFavorite(ReadSettingsRows(opened.Unkept()), arguments.name);
+  // It is looked up within the change: by now its number may be another's.
+  vetlo::Transaction change(opened.Store());
   const SettingsRowFacts favorite = FindFavorite(ReadSettingsRows(opened.Unkept()), arguments.name);
   vetlo::Services().DeleteChartReportSubType(opened.Store(), opened.Rows(), favorite.number);
+  change.Commit();
   out << "Removed " + LineOf(favorite);
 }
 

@@ -58,6 +58,25 @@ TEST_F(SavesAtOnce, OfOneNameMakeOneFavorite) {
   }
 }
 
+// One name goes and comes again all the time, under the number of the one that went.
+TEST_F(SavesAtOnce, TakeAwayTheFavoriteThatWasNamedAndNoOther) {
+  constexpr int kRounds = 15;
+  ASSERT_EQ(RunProgram(PROGRAM, {"favorite", store_, "1", "Kept"}).status, 0);
+  for (int round = 0; round < kRounds; ++round) {
+    const auto runs = RunAtOnce({{"favorite", store_, "1", "Passing"},
+                                 {"unfavorite", store_, "Passing"},
+                                 {"favorite", store_, "2", "Staying " + std::to_string(round)},
+                                 {"unfavorite", store_, "Passing"}});
+    for (const std::size_t taker : {1U, 3U}) {
+      EXPECT_TRUE(runs[taker].status != 0 ||
+                  runs[taker].out.find("  Passing: ") != std::string::npos)
+          << runs[taker].out;
+    }
+    ASSERT_EQ(CountOfFavorites("Staying " + std::to_string(round)), 1);
+    ASSERT_EQ(CountOfFavorites("Kept"), 1);
+  }
+}
+
 TEST_F(SavesAtOnce, OfNamesThatDifferInCaseMakeOneEach) {
   const auto runs =
       RunAtOnce({{"favorite", store_, "1", "Same"}, {"favorite", store_, "2", "same"}});

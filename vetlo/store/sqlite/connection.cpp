@@ -11,9 +11,6 @@
 namespace vetlo {
 namespace {
 
-// Reads something of a store, whatever it is a store of.
-constexpr const char* kAnyLook = "PRAGMA schema_version";
-
 [[noreturn]] void RaiseMismatch(ColumnType type) {
   static constexpr std::array<const char*, 7> kKinds = {
       "whole number", "amount", "date", "yes or no", "number", "text", "value"};
@@ -299,7 +296,26 @@ Connection Connection::OpenGuarded(const std::string& path, StoreAccess access,
                                    const std::shared_ptr<Patience>& patience) {
   const int mode = access == StoreAccess::kReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
   Connection connection(path, mode | SQLITE_OPEN_NOFOLLOW);
-  sqlite3* const handle = connection.handle();
+  connection.Guard();
+  connection.patience_ = patience;
+  patience->Guide(connection.handle());
+  return connection;
+}
+
+Connection Connection::OpenImage(DatabaseImage image) {
+  Connection connection = CreateInMemory();
+  connection.Guard();
+  const auto size = static_cast<sqlite3_int64>(image.size);
+  const int result =
+      sqlite3_deserialize(connection.handle(), "main", image.bytes.release(), size, size,
+                          SQLITE_DESERIALIZE_FREEONCLOSE | SQLITE_DESERIALIZE_READONLY);
+  if (result != SQLITE_OK) {
+    RaiseStoreFailure(connection.handle(), result);
+  }
+  return connection;
+}
+
+void Connection::Guard() {
   constexpr std::array<std::pair<int, int>, 7> kSettings = {{
       {SQLITE_DBCONFIG_DEFENSIVE, 1},
       {SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0},
@@ -310,32 +326,60 @@ Connection Connection::OpenGuarded(const std::string& path, StoreAccess access,
       {SQLITE_DBCONFIG_DQS_DDL, 0},
   }};
   for (const auto& [setting, value] : kSettings) {
-    if (sqlite3_db_config(handle, setting, value, nullptr) != SQLITE_OK) {
+    if (sqlite3_db_config(handle(), setting, value, nullptr) != SQLITE_OK) {
       throw Failure(FailureNumber::kStoreUnusable, "this SQLite cannot open a store safely");
     }
   }
-  sqlite3_limit(handle, SQLITE_LIMIT_ATTACHED, 0);
-  connection.patience_ = patience;
-  patience->Guide(handle);
-  connection.Execute("PRAGMA cell_size_check = ON");
+  sqlite3_limit(handle(), SQLITE_LIMIT_ATTACHED, 0);
+  Execute("PRAGMA cell_size_check = ON");
+}
+
+int Connection::LookAtIt() {
+  // It reads something of a store, whatever it is a store of.
+  return sqlite3_exec(handle(), "PRAGMA schema_version", nullptr, nullptr, nullptr);
+}
+
+Connection Connection::OpenToRead(const std::string& path,
+                                  const std::shared_ptr<Patience>& patience) {
+  if (KeepsLog(path)) {
+    return OpenLogged(path, patience);
+  }
+  Connection connection = OpenGuarded(path, StoreAccess::kReadOnly, patience);
+  if (connection.LookAtIt() == SQLITE_READONLY_ROLLBACK) {
+    // The first look of a connection that may write undoes the save that was broken off. Where that
+    // fails, the reader's own next look says so.
+    ResumeNext([&] {
+      static_cast<void>(OpenGuarded(path, StoreAccess::kReadWrite, patience).LookAtIt());
+    });
+    connection = OpenGuarded(path, StoreAccess::kReadOnly, patience);
+  }
   return connection;
 }
 
-bool Connection::WaitsForRollback() {
-  return sqlite3_exec(handle(), kAnyLook, nullptr, nullptr, nullptr) == SQLITE_READONLY_ROLLBACK;
+Connection Connection::OpenLogged(const std::string& path,
+                                  const std::shared_ptr<Patience>& patience) {
+  if (MayTakeLogIn(path)) {
+    return OpenGuarded(path, StoreAccess::kReadWrite, patience);
+  }
+  if (!HasLog(path)) {
+    return OpenImage(ReadWithoutLog(path));
+  }
+  Connection connection = OpenGuarded(path, StoreAccess::kReadOnly, patience);
+  const int kind = connection.LookAtIt() & 0xFF;
+  if (kind == SQLITE_CANTOPEN || kind == SQLITE_READONLY) {
+    throw Failure(FailureNumber::kStoreUnusable,
+                  "what was saved last stands in a log beside the store and has to be taken in "
+                  "first; open it once as a user who may write the file and its folder");
+  }
+  return connection;
 }
 
 Connection Connection::OpenFile(const std::string& path, StoreAccess access) {
   const auto patience = std::make_shared<Patience>();
-  Connection connection = OpenGuarded(path, access, patience);
-  if (access == StoreAccess::kReadOnly && connection.WaitsForRollback()) {
-    // The first look of a connection that may write undoes it. Where that fails, the reader's own
-    // next look says so.
-    ResumeNext([&] { OpenGuarded(path, StoreAccess::kReadWrite, patience).Execute(kAnyLook); });
-    connection = OpenGuarded(path, access, patience);
-  }
+  const bool reads = access == StoreAccess::kReadOnly;
+  Connection connection = reads ? OpenToRead(path, patience) : OpenGuarded(path, access, patience);
   connection.Execute("PRAGMA cache_size = -65536");
-  if (access == StoreAccess::kReadOnly) {
+  if (reads) {
     connection.Execute("PRAGMA query_only = ON");
   }
   return connection;

@@ -11,6 +11,7 @@
 #include "vetlo/store/model.h"
 #include "vetlo/store/sqlite/patience.h"
 #include "vetlo/store/sqlite/sqlite_store.h"
+#include "vetlo/store/sqlite/write_ahead_log.h"
 
 namespace vetlo {
 
@@ -59,7 +60,9 @@ class Connection {
   static Connection CreateFile(const std::string& path);
   // Opens a file that may come from anywhere, with all that runs by itself switched off. A save
   // that was broken off is undone first; fails with kStoreUnusable where the file or its folder
-  // cannot be written for that. The waiting for others has one Patience, now and later.
+  // cannot be written for that. A reader leaves nothing beside the file: what stands in a log of
+  // changes is taken in by the last to close it, where he may. The waiting for others has one
+  // Patience, now and later.
   static Connection OpenFile(const std::string& path, StoreAccess access);
 
   [[nodiscard]] sqlite3* handle() const { return handle_.get(); }
@@ -78,10 +81,16 @@ class Connection {
     void operator()(sqlite3* handle) const { sqlite3_close_v2(handle); }
   };
   Connection(const std::string& path, int flags);
+  // A connection with all its guards, to a file that is opened for this.
   static Connection OpenGuarded(const std::string& path, StoreAccess access,
                                 const std::shared_ptr<Patience>& patience);
-  // Whether a save was broken off that this connection, which only reads, cannot undo.
-  [[nodiscard]] bool WaitsForRollback();
+  // For readers: of any file, and of one that keeps a log of its changes.
+  static Connection OpenToRead(const std::string& path, const std::shared_ptr<Patience>& patience);
+  static Connection OpenLogged(const std::string& path, const std::shared_ptr<Patience>& patience);
+  static Connection OpenImage(DatabaseImage image);
+  void Guard();
+  // The engine's answer to a first look at the store.
+  [[nodiscard]] int LookAtIt();
 
   std::shared_ptr<Patience> patience_;  // none for a new file, which nobody else knows
   std::unique_ptr<sqlite3, Close> handle_;

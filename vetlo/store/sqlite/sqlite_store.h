@@ -15,7 +15,9 @@ enum class StoreAccess { kReadOnly, kReadWrite };
 // Opens a household's store, which may come from anywhere: the path is resolved and must name a
 // regular file, links inside the file's own machinery (views, triggers, functions) are off, and
 // the file must be one of ours with all its tables. Writing reaches the settings rows alone. A save
-// that was broken off is undone first, also where only reading is asked for.
+// that was broken off is undone first, also where only reading is asked for. A store that keeps a
+// log of its changes, to be read by a user who may not write the file and its folder, shows what it
+// held when it was opened.
 // Fails with kStoreUnusable and a text for the user.
 std::unique_ptr<Database> OpenStore(const std::string& path, StoreAccess access);
 

@@ -291,6 +291,16 @@ TEST_F(OpenStoreTest, SaysThatAStoreIsNewer) {
   EXPECT_THAT(TextOfRefusal(Path()), HasSubstr("newer"));
 }
 
+TEST_F(OpenStoreTest, SaysThatAFileIsEmpty) {
+  WriteFile(Path(), "");
+  EXPECT_THAT(TextOfRefusal(Path()), HasSubstr("the file is empty"));
+}
+
+TEST_F(OpenStoreTest, SaysThatATableComputesAColumn) {
+  Run(NewStore(), "ALTER TABLE ChartReportSubType ADD COLUMN Bulk TEXT AS (hex(zeroblob(9)))");
+  EXPECT_THAT(TextOfRefusal(Path()), HasSubstr("ChartReportSubType computes a column"));
+}
+
 class UnusableVariation : public StoreFile, public ::testing::WithParamInterface<Variation> {};
 
 TEST_P(UnusableVariation, IsRefused) {
@@ -316,6 +326,8 @@ INSTANTIATE_TEST_SUITE_P(
         Variation{"ComputedColumn",
                   "DROP TABLE Payee; CREATE TABLE Payee (PayeeNumber INTEGER PRIMARY KEY, "
                   "PayeeName TEXT AS (hex(zeroblob(9))))"},
+        Variation{"FurtherComputedColumn",
+                  "ALTER TABLE ChartReportSubType ADD COLUMN Bulk TEXT AS (hex(zeroblob(9)))"},
         Variation{"ColumnThatHidesTheRowNumber",
                   "DROP TABLE Payee; CREATE TABLE Payee (PayeeNumber INTEGER, PayeeName TEXT, "
                   "rowid TEXT)"},
@@ -402,6 +414,56 @@ TEST_F(ReadWriteStore, IsFreeForOthersOnceAFailureDropsAWalk) {
   });
   ChangeTitle(*OpenStore(Path(), StoreAccess::kReadWrite), "second");
   EXPECT_EQ(Title(*store), "second");
+}
+
+// ---- what a store may ask for
+
+class CheckedStore : public StoreFile {
+ protected:
+  // A store whose settings rows are checked by this condition whenever one is written.
+  std::string StoreWithCheck(const std::string& condition) const {
+    Run(NewStore(),
+        "PRAGMA writable_schema = ON; UPDATE sqlite_schema SET sql = replace(sql, 'ToDate DATE', "
+        "'ToDate DATE CHECK (" +
+            condition + ")') WHERE name = 'ChartReportSubType'");
+    return Path();
+  }
+
+  static constexpr std::int64_t kMegabyte = 1 << 20;
+};
+
+TEST_F(CheckedStore, CannotMakeASaveTakeMuchMemory) {
+  const auto store = OpenStore(StoreWithCheck("length(printf(''%.*c'', 50000000, Title)) > 0"),
+                               StoreAccess::kReadWrite);
+  sqlite3_memory_highwater(1);
+  ResumeNext([&] { ChangeTitle(*store, "second"); });
+  EXPECT_LT(sqlite3_memory_highwater(0), 10 * kMegabyte);
+}
+
+TEST_F(CheckedStore, CannotMakeASaveWorkOutAValueWithoutBounds) {
+  const auto store = OpenStore(StoreWithCheck("length(zeroblob(50000000)) > length(Title)"),
+                               StoreAccess::kReadWrite);
+  EXPECT_TRUE(Raises(FailureNumber::kStoreUnusable, [&] { ChangeTitle(*store, "second"); }));
+  EXPECT_EQ(Title(*store), "first");
+}
+
+TEST_F(CheckedStore, MayCheckItsRowsWithinBounds) {
+  const std::string path = StoreWithCheck("length(printf(''%.*c'', 50000, Title)) > 0");
+  ChangeTitle(*OpenStore(path, StoreAccess::kReadWrite), "second");
+  EXPECT_EQ(Title(*OpenStore(path, StoreAccess::kReadOnly)), "second");
+}
+
+TEST_F(StoreFile, WithATextOfMegabytesShowsTheOtherRows) {
+  Run(NewStore(), "UPDATE Payee SET PayeeName = hex(zeroblob(1000000)) WHERE PayeeNumber = 2");
+  const auto store = OpenStore(Path(), StoreAccess::kReadOnly);
+  const auto rec = store->OpenRecordset("Payee");
+  rec->SetIndex(kPrimaryIndex);
+  EXPECT_TRUE(Raises(FailureNumber::kStoreUnusable, [&] {
+    rec->Seek("=", 2);
+    static_cast<void>(rec->Fields("PayeeName"));
+  }));
+  rec->Seek("=", 3);
+  EXPECT_THAT(TextField(*rec, "PayeeName"), HasSubstr("number 3"));
 }
 
 // ---- snapshots

@@ -11,6 +11,19 @@
 namespace vetlo {
 namespace {
 
+// What one statement may ask for. A store's own texts are short and its conditions flat; what a
+// file brings with it, such as a check of a row that is written, gets no more than that to work
+// with.
+constexpr std::array<std::pair<int, int>, 7> kLimits = {{
+    {SQLITE_LIMIT_ATTACHED, 0},
+    {SQLITE_LIMIT_LENGTH, 1 << 20},
+    {SQLITE_LIMIT_SQL_LENGTH, 1 << 18},
+    {SQLITE_LIMIT_COMPOUND_SELECT, 1},
+    {SQLITE_LIMIT_VDBE_OP, 100'000},
+    {SQLITE_LIMIT_LIKE_PATTERN_LENGTH, 100},
+    {SQLITE_LIMIT_TRIGGER_DEPTH, 0},
+}};
+
 [[noreturn]] void RaiseMismatch(ColumnType type) {
   static constexpr std::array<const char*, 7> kKinds = {
       "whole number", "amount", "date", "yes or no", "number", "text", "value"};
@@ -191,6 +204,8 @@ void RaiseStoreFailure(sqlite3* handle, int result) {
     case SQLITE_CORRUPT:
       throw Failure(FailureNumber::kStoreUnusable,
                     "the store is damaged (" + message + "); restore it from a copy");
+    case SQLITE_TOOBIG:
+      throw Failure(FailureNumber::kStoreUnusable, "the store holds a value that is too long");
     case SQLITE_ERROR:
       if (message == "integer overflow") {
         throw Failure(FailureNumber::kOverflow, "a sum in the store is past 64 bits");
@@ -330,7 +345,9 @@ void Connection::Guard() {
       throw Failure(FailureNumber::kStoreUnusable, "this SQLite cannot open a store safely");
     }
   }
-  sqlite3_limit(handle(), SQLITE_LIMIT_ATTACHED, 0);
+  for (const auto& [limit, most] : kLimits) {
+    sqlite3_limit(handle(), limit, most);
+  }
   Execute("PRAGMA cell_size_check = ON");
 }
 

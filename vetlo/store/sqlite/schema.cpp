@@ -111,28 +111,41 @@ std::string Folded(std::string name) {
   throw Failure(FailureNumber::kStoreUnusable, "this is no Quillmarsh store: " + why);
 }
 
-// "Table.Column" of every real table with numbered rows: no view, nothing virtual.
-std::set<std::string> ColumnsOfTables(Connection& connection) {
+// The columns of every real table with numbered rows (no view, nothing virtual), folded.
+struct FoundColumns {
+  std::set<std::string> names;                // "table.column"
+  std::set<std::string> tables_that_compute;  // that have a column which no writer fills
+};
+
+FoundColumns ColumnsOfTables(Connection& connection) {
   Statement statement(connection.handle(),
-                      "SELECT t.name || '.' || c.name FROM pragma_table_list AS t, "
-                      "pragma_table_info(t.name) AS c "
+                      "SELECT t.name, c.name, c.hidden FROM pragma_table_list AS t, "
+                      "pragma_table_xinfo(t.name) AS c "
                       "WHERE t.schema = 'main' AND t.type = 'table' AND t.wr = 0");
-  std::set<std::string> names;
+  FoundColumns found;
   while (statement.Step()) {
-    names.insert(Folded(ToText(statement.Value(0, ColumnType::kText))));
+    const std::string table = Folded(ToText(statement.Value(0, ColumnType::kText)));
+    found.names.insert(table + "." + Folded(ToText(statement.Value(1, ColumnType::kText))));
+    if (statement.Integer(2) != 0) {
+      found.tables_that_compute.insert(table);
+    }
   }
-  return names;
+  return found;
 }
 
-void CheckTable(const Table& table, const std::set<std::string>& there) {
+void CheckTable(const Table& table, const FoundColumns& found) {
   const std::string name(table.name);
-  if (there.contains(Folded(name) + ".rowid")) {
+  if (found.names.contains(Folded(name) + ".rowid")) {
     RaiseNotOurs("its table " + name + " hides the numbers of its rows");
   }
   for (const Column& column : table.columns) {
-    if (!there.contains(Folded(name + "." + std::string(column.name)))) {
+    if (!found.names.contains(Folded(name + "." + std::string(column.name)))) {
       RaiseNotOurs("it has no table " + name + " with a column " + std::string(column.name));
     }
+  }
+  // Whoever reads or writes a row would have to work out what the store's maker put there.
+  if (found.tables_that_compute.contains(Folded(name))) {
+    RaiseNotOurs("its table " + name + " computes a column by itself");
   }
 }
 
@@ -155,15 +168,16 @@ void CreateIndexes(Connection& connection) {
 
 void CheckSchema(Connection& connection) {
   if (connection.QueryInteger("PRAGMA application_id") != kStoreApplicationId) {
-    RaiseNotOurs("it belongs to another program");
+    const bool empty = connection.QueryInteger("PRAGMA page_count") == 0;
+    RaiseNotOurs(empty ? "the file is empty" : "it belongs to another program");
   }
   if (connection.QueryInteger("PRAGMA user_version") > kStoreVersion) {
     throw Failure(FailureNumber::kStoreUnusable,
                   "this store was written by a newer Quillmarsh; update this one");
   }
-  const std::set<std::string> there = ColumnsOfTables(connection);
+  const FoundColumns found = ColumnsOfTables(connection);
   for (const Table& table : StoreTables()) {
-    CheckTable(table, there);
+    CheckTable(table, found);
   }
 }
 

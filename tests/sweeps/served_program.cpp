@@ -74,7 +74,7 @@ ServedProgram::~ServedProgram() {
   waitpid(process_, nullptr, 0);
 }
 
-Run ServedProgram::Follow(const Plan& plan) {
+ServedRun ServedProgram::Follow(const Plan& plan) {
   Outcome outcome;
   Require(write(plans_, &plan, sizeof plan) == static_cast<ssize_t>(sizeof plan) &&
               read(outcomes_, &outcome, sizeof outcome) == static_cast<ssize_t>(sizeof outcome),

@@ -8,7 +8,7 @@
 namespace sweeps {
 
 // What a run that followed a plan gave.
-struct Run {
+struct ServedRun {
   int status = 0;  // of its exit; 128 and more for the signal that ended it
   std::string out;
   std::string err;
@@ -31,7 +31,7 @@ class ServedProgram {
   ServedProgram& operator=(const ServedProgram&) = delete;
 
   // Fails with a std::runtime_error where the program cannot be run at all.
-  Run Follow(const Plan& plan);
+  ServedRun Follow(const Plan& plan);
 
  private:
   int process_ = 0;

@@ -241,8 +241,9 @@ class MadeFolders {
     for (fs::path at = folder; !at.empty() && !fs::exists(at); at = at.parent_path()) {
       missing.push_back(at);
     }
+    made_.reserve(missing.size());  // so that none is made that cannot be noted
     for (auto at = missing.rbegin(); at != missing.rend(); ++at) {
-      Make(*at);
+      Make(std::move(*at));
     }
   }
   ~MadeFolders() {
@@ -256,9 +257,9 @@ class MadeFolders {
 
  private:
   // One that another program has just made is not this one's to remove.
-  void Make(const fs::path& folder) {
+  void Make(fs::path folder) {
     if (mkdir(folder.c_str(), 0700) == 0) {
-      made_.push_back(folder);
+      made_.push_back(std::move(folder));
     } else if (errno != EEXIST) {
       const int error = errno;
       RemoveAgain();

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+namespace sweeps {
+
+// A command whose calls fail one after another.
+struct SweptCommand {
+  const char* name;                // for the test
+  std::vector<std::string> words;  // STORE stands for the store
+  bool every_allocation = false;   // or so many as there is time for
+
+  friend std::ostream& operator<<(std::ostream& out, const SweptCommand& command);
+};
+
+const std::vector<SweptCommand>& SweptCommands();
+
+}  // namespace sweeps

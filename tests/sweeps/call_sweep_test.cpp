@@ -56,7 +56,9 @@ std::string Differences(const Home::Contents& before, const Home::Contents& afte
 
 class CallSweep : public testing::TestWithParam<SweptCommand> {
  protected:
-  CallSweep() : program_(PROGRAM, home_.Words(GetParam().words), home_.Settings()) {
+  CallSweep()
+      : home_(GetParam().registered),
+        program_(PROGRAM, home_.Words(GetParam().words), home_.Settings()) {
     old_ = home_.Look();
     home_.Restore();
     sound_ = program_.Follow({});

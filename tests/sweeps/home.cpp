@@ -8,6 +8,9 @@
 
 #include "tests/support/household.h"
 #include "tests/support/stored_bytes.h"
+#include "vetlo/registry/component_registry.h"
+#include "vetlo/surface/result_codes.h"
+#include "vetlo/surface/tamo_interface.h"
 
 namespace sweeps {
 namespace {
@@ -15,6 +18,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::string_view kStoreEnd = ".qm";
+constexpr const char* kFolder = "(a folder)";  // what a folder says
 constexpr std::string_view kJournalEnd = "-journal";
 
 std::string QuickFolder() {
@@ -28,6 +32,15 @@ void NameFavorite(const std::string& store) {
                          "UPDATE ChartReportSubType SET ChartReportType = 4, "
                          "ChartReportSubTypeName = 'The old one' "
                          "WHERE ChartReportSubTypeNumber = 159");
+}
+
+// The library beside the program, in the words of one before it.
+void RegisterAnOlder(const std::string& registry) {
+  vetlo::ComponentRecord record;
+  record.class_id = vetlo::GuidText(vetlo::CLSID_clsTamo);
+  record.library = (fs::path(PROGRAM).parent_path() / "libvetlo.so").string();
+  record.version = "0";
+  vetlo::WriteComponent(registry, record);
 }
 
 // A journal that a save had not filled yet undoes nothing, and the next save takes it over.
@@ -61,9 +74,12 @@ std::string ContentsOf(const std::string& path) {
 
 }  // namespace
 
-Home::Home() : folder_(QuickFolder()) {
+Home::Home(bool registered) : folder_(QuickFolder()) {
   vetlo::testing::WriteHouseholdOfEveryKind(folder_ / "home.qm");
   NameFavorite(folder_ / "home.qm");
+  if (registered) {
+    RegisterAnOlder(folder_ / ".local/share/vetlo/components.ini");
+  }
   beginning_ = Read();
 }
 
@@ -105,7 +121,11 @@ void Home::Restore() {
     fs::remove_all(entry.path());
   }
   for (const auto& [path, bytes] : beginning_) {
-    vetlo::testing::WriteFile(path, bytes);
+    if (bytes == kFolder) {
+      fs::create_directory(path);
+    } else {
+      vetlo::testing::WriteFile(path, bytes);
+    }
   }
 }
 
@@ -113,7 +133,7 @@ Home::Files Home::Read() const {
   Files files;
   for (const auto& entry : fs::recursive_directory_iterator(folder_.path())) {
     const std::string path = entry.path().string();
-    files[path] = entry.is_directory() ? "" : vetlo::testing::ReadFile(path);
+    files[path] = entry.is_directory() ? kFolder : vetlo::testing::ReadFile(path);
   }
   return files;
 }

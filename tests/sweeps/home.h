@@ -8,10 +8,11 @@
 
 namespace sweeps {
 
-// The home of a user with a store and all that a command could change, in memory where possible.
+// The home of a user with a store, perhaps with the component registered as an older one, and with
+// all that a command could change. It lies in memory where there is a file system for that.
 class Home {
  public:
-  Home();
+  explicit Home(bool registered);
 
   // What lies in it: for each file below it what it says. For a store that is all its rows, read
   // once a save that was broken off is undone; a store that is not whole says what is wrong.

@@ -30,7 +30,8 @@ const std::vector<SweptCommand>& SweptCommands() {
       {"Sample",
        {"sample", "NEW", "--years", "1", "--transactions", "200", "--until", "2026-03-20"}},
       {"Component", {"component"}, true},
-      {"Register", {"register"}, true},
+      {"Register", {"register"}, true, false},
+      {"RegisterAgain", {"register"}, true},
       {"Unregister", {"unregister"}, true},
   };
   return commands;

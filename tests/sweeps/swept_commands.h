@@ -11,6 +11,7 @@ struct SweptCommand {
   const char* name;                // for the test
   std::vector<std::string> words;  // STORE stands for the store
   bool every_allocation = false;   // or so many as there is time for
+  bool registered = true;          // whether the user has registered a component before
 
   friend std::ostream& operator<<(std::ostream& out, const SweptCommand& command);
 };

@@ -5,8 +5,8 @@
 #include <iostream>
 
 #include "quillmarsh/cli/command_line.h"
+#include "quillmarsh/cli/out_of_memory.h"
 #include "quillmarsh/cli/user_error.h"
-#include "quillmarsh/out_of_memory.h"
 
 namespace {
 

@@ -328,11 +328,11 @@ TEST_F(FailingOperations, ReachTheCallerWithNumberAndText) {
   EXPECT_EQ(total_, Currency::FromUnits(-1)) << "the answer is left alone";
 }
 
-TEST_F(FailingOperations, ThatHaveNoTextLeaveNoneOfEarlierOnes) {
+TEST_F(FailingOperations, ThatWereGivenNoTextSayWhatTheirNumberMeans) {
   Inform();
   platform_.SetErrorInfo("earlier");
   EXPECT_EQ(ResultOf([] { throw Failure(FailureNumber::kNothingToShow); }), ResultCode(0x80040201));
-  EXPECT_EQ(platform_.ErrorInfo(), "");
+  EXPECT_EQ(platform_.ErrorInfo(), "there is nothing to show");
 }
 
 TEST_F(FailingOperations, OfTheHostsOwnKindsHaveANumberToo) {
@@ -360,7 +360,9 @@ TEST_F(FailingOperations, OfEveryKindReachTheCaller) {
     EXPECT_TRUE(result == ResultCode(0x800A0BC3) || result == ResultCode(0x800A0D5C))
         << name << " " << ResultText(result);
     EXPECT_EQ(places, Places()) << name;
-    EXPECT_EQ(platform_.ErrorInfo(), result == ResultCode(0x800A0BC3) ? "none" : "") << name;
+    EXPECT_EQ(platform_.ErrorInfo(),
+              result == ResultCode(0x800A0BC3) ? "none" : "what was closed is used")
+        << name;
   }
 }
 

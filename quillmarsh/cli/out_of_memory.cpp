@@ -1,4 +1,4 @@
-#include "quillmarsh/out_of_memory.h"
+#include "quillmarsh/cli/out_of_memory.h"
 
 #include <cxxabi.h>
 #include <unistd.h>

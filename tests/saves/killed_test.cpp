@@ -1,4 +1,4 @@
-// Saves that are killed at any moment: the store holds the old row or the new one.
+// Saves that are killed: the store holds the old row or the new one.
 
 #include <signal.h>
 #include <sys/mman.h>
@@ -8,14 +8,15 @@
 
 #include <algorithm>
 #include <atomic>
-#include <chrono>
 #include <functional>
 #include <iostream>
+#include <memory>
 #include <random>
 #include <sstream>
 
 #include "quillmarsh/cli/command_line.h"
 #include "tests/saves/saved_household.h"
+#include "tests/support/kill_at_change.h"
 #include "tests/support/played_screen.h"
 #include "vetlo/dialogs/customize.h"
 #include "vetlo/frame/tamo.h"
@@ -23,41 +24,32 @@
 namespace vetlo::testing {
 namespace {
 
-#if defined(__SANITIZE_ADDRESS__)
-constexpr int kSlowness = 8;  // of everything, so that there are fewer kills
-#else
-constexpr int kSlowness = 1;
-#endif
-
-// What a process tells of its saves, in memory that outlives it.
-struct Progress {
-  std::atomic<int> begun = 0;
-  std::atomic<int> ended = 0;
-};
-
-class SharedProgress {
+// Whether a process has finished its save, in memory that outlives it.
+class SharedFlag {
  public:
-  SharedProgress()
-      : memory_(mmap(nullptr, sizeof(Progress), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS,
-                     -1, 0)) {
+  SharedFlag()
+      : memory_(mmap(nullptr, sizeof(std::atomic<bool>), PROT_READ | PROT_WRITE,
+                     MAP_SHARED | MAP_ANONYMOUS, -1, 0)) {
     if (memory_ == MAP_FAILED) {
       throw std::runtime_error("no shared memory");
     }
-    progress_ = new (memory_) Progress;
+    flag_ = new (memory_) std::atomic<bool>(false);
   }
-  ~SharedProgress() { munmap(memory_, sizeof(Progress)); }
-  SharedProgress(const SharedProgress&) = delete;
-  SharedProgress& operator=(const SharedProgress&) = delete;
+  ~SharedFlag() { munmap(memory_, sizeof(std::atomic<bool>)); }
+  SharedFlag(const SharedFlag&) = delete;
+  SharedFlag& operator=(const SharedFlag&) = delete;
 
-  Progress* operator->() { return progress_; }
+  std::atomic<bool>& operator*() { return *flag_; }
 
  private:
   void* memory_;
-  Progress* progress_;
+  std::atomic<bool>* flag_;
 };
 
 // One save in this process: of the long row or of the short one. False where it was refused.
 using Save = std::function<bool(bool long_row)>;
+// What saves is made in the process that saves.
+using MakeSave = std::function<Save()>;
 
 // ---- the ways to save
 
@@ -102,218 +94,233 @@ class DialogsOnAStore {
 
 class KilledSave : public SavedHousehold {
  protected:
-  using SavedHousehold::SavedHousehold;
-
-  // Rows in the order in which they take turns.
+  // The two rows that saves take turns in; the store holds the short one.
   void TakeTurns(const StoredBytes& short_row, const StoredBytes& long_row) {
     ASSERT_NE(short_row.row, long_row.row);
     ASSERT_EQ(short_row.rest, long_row.rest);
     short_ = short_row;
     long_ = long_row;
     now_ = ReadStoredBytes(store_, kRow);
-    ASSERT_EQ(now_.rest, short_.rest);
+    ASSERT_EQ(now_, short_);
   }
 
-  // Saves one row after the other until it is killed. It makes what saves only when it runs.
-  [[noreturn]] void SaveForEver(const std::function<Save()>& make) {
-    bool long_row = now_.row != long_.row;
-    try {
-      const Save save = make();
-      for (;; long_row = !long_row) {
-        ++progress_->begun;
-        if (!save(long_row)) {
-          break;
-        }
-        ++progress_->ended;
-      }
-    } catch (const std::exception&) {
-    }
-    _exit(1);
-  }
+  // The row that is saved next, where now_ stands in the store.
+  [[nodiscard]] const StoredBytes& Next() const { return now_.row == long_.row ? short_ : long_; }
 
-  // A process that saves, killed a random while after its first save has begun.
-  void KillOnce(const std::function<Save()>& make, int longest_while) {
-    progress_->begun = 0;
-    progress_->ended = 0;
-    const pid_t child = fork();
-    if (child == 0) {
-      SaveForEver(make);
-    }
-    int status = 0;
-    pid_t gone = 0;
-    while (progress_->begun == 0 && gone == 0) {
-      usleep(50);
-      gone = waitpid(child, &status, WNOHANG);
-    }
-    ASSERT_EQ(gone, 0) << "it could not save";
-    usleep(static_cast<unsigned>(While(longest_while)));
-    kill(child, SIGKILL);
-    waitpid(child, &status, 0);
-    ASSERT_TRUE(WIFSIGNALED(status)) << "a save was refused";
-    Look();
-  }
-
-  // How long a save of the program takes here and now, in microseconds.
-  int TimeOfASave() const {
-    const auto start = std::chrono::steady_clock::now();
-    Saved(&LongRow);
-    const auto time = std::chrono::steady_clock::now() - start;
-    return static_cast<int>(std::min(std::chrono::microseconds(80'000 * kSlowness),
-                                     std::chrono::duration_cast<std::chrono::microseconds>(time))
-                                .count());
-  }
-
-  int While(int longest) { return std::uniform_int_distribution(0, longest)(dice_); }
-
-  // What the kill has left behind, and what the store holds once it is opened.
+  // What a kill has left behind, and what the store holds once it is opened. The program may be
+  // the first to open it.
   void Look() {
-    const int begun = progress_->begun;
-    const int ended = progress_->ended;
     ++kills_;
     journals_ += std::filesystem::exists(store_ + "-journal") ? 1 : 0;
     waiting_ += WaitsToBeUndone() ? 1 : 0;
-    later_ += ended > 0 ? 1 : 0;
-    constexpr int kOneShownOf = 40;
-    if (kills_ % kOneShownOf == 0) {
+    if (kills_ % 3 == 0) {
       ExpectShown();
     }
     const StoredBytes found = OpenedAndRead(store_);
-    const bool first_is_long = now_.row != long_.row;
-    const auto row_of = [&](int save) -> const StoredBytes& {
-      return save == 0 ? now_ : (save % 2 == 1) == first_is_long ? long_ : short_;
-    };
-    if (begun == ended) {
-      ASSERT_EQ(found, row_of(ended)) << "a finished save is lost";
-    } else {
-      ASSERT_EQ(begun, ended + 1);
-      ++inside_;
-      ASSERT_TRUE(found == row_of(ended) || found == row_of(begun)) << "neither old nor new";
-      ++(found == row_of(ended) ? old_ : new_);
-    }
+    ASSERT_TRUE(found == now_ || found == Next()) << "neither old nor new";
+    ASSERT_TRUE(!*finished_ || found == Next()) << "a finished save is lost";
+    ++(found == now_ ? old_ : new_);
     now_ = found;
   }
 
   // A journal that was not filled yet says nothing.
-  bool WaitsToBeUndone() const {
+  [[nodiscard]] bool WaitsToBeUndone() const {
     const std::string journal = ReadFile(store_ + "-journal");
     return !journal.empty() && journal.front() != '\0';
   }
 
-  // The program may be the first to open the store.
   void ExpectShown() {
     const ProgramRun show = RunProgram(PROGRAM, {"show", store_, "1"});
     EXPECT_EQ(show.status, 0) << show.err;
     EXPECT_FALSE(WaitsToBeUndone()) << "the program has shown what a broken save had written";
   }
 
-  // Stores that a save had begun to write. Where everything is slow and kills are few, those whose
-  // save had got no further than its journal count too.
-  [[nodiscard]] int FoundUnfinished() const { return kSlowness == 1 ? waiting_ : journals_; }
-
-  void Tell() {
-    std::cout << kills_ << " kills, " << inside_ << " inside a save (" << old_ << " old rows, "
-              << new_ << " new ones), " << journals_ << " journals left, " << waiting_
-              << " of them to be undone, " << later_ << " after the first save\n";
+  void Tell() const {
+    std::cout << kills_ << " kills: " << old_ << " old rows, " << new_ << " new ones; " << journals_
+              << " journals left, " << waiting_ << " of them to be undone\n";
   }
 
-  std::mt19937 dice_{20260321};
-  SharedProgress progress_;
+  SharedFlag finished_;
   StoredBytes short_;
   StoredBytes long_;
   StoredBytes now_;
   int kills_ = 0;
-  int inside_ = 0;
   int old_ = 0;
   int new_ = 0;
   int journals_ = 0;
   int waiting_ = 0;
-  int later_ = 0;
 };
 
-// Where nothing waits for a disk, a save is short and a kill falls on any step of it alike.
-class KilledSaveInMemory : public KilledSave {
- protected:
-  KilledSaveInMemory() : KilledSave(MemoryFolder()) {}
+// ---- at every change of a file
 
-  // Kills a process that works in the dialogs of a store that it has opened once.
-  void KillDialogs(int kills) {
-    const auto saved = [&](bool long_row) {
-      DialogsOnAStore(store_).Save(kRow, long_row, long_row ? LongTitle() : "Short");
-      return ReadStoredBytes(store_, kRow);
-    };
-    const StoredBytes long_row = saved(true);
-    TakeTurns(saved(false), long_row);
-    const auto make = [&]() -> Save {
-      return [dialogs = std::make_shared<DialogsOnAStore>(store_)](bool long_title) {
-        return dialogs->Save(kRow, long_title, long_title ? LongTitle() : "Short");
-      };
-    };
-    while (kills_ < kills && !HasFatalFailure()) {
-      KillOnce(make, 1500 * kSlowness);
+// A process stands where it changes files or between two changes, so these kills are all that
+// there are.
+class SaveKilledAtEveryChange : public KilledSave {
+ protected:
+  // A process that saves the next row and is killed at this change of a file. False where the save
+  // is finished before.
+  bool KillAt(int change, const MakeSave& make) {
+    *finished_ = false;
+    const bool killed = KillsItself([&] {
+      const Save save = make();
+      KillAtChange(change);
+      *finished_ = save(now_.row != long_.row);
+      return (*finished_).load();
+    });
+    if (!HasFatalFailure() && !killed) {
+      now_ = Next();
+      EXPECT_EQ(OpenedAndRead(store_), now_);
+    }
+    return killed;
+  }
+
+  void KillEachSave(const MakeSave& make) {
+    for (const StoredBytes& first : {short_, long_}) {
+      for (int change = 1; !HasFatalFailure() && KillAt(change, make); ++change) {
+        Look();
+        BringBack(first, make);
+      }
     }
     Tell();
   }
 
+  // The dialogs of a store that is opened once for all saves of a process.
+  MakeSave ByDialogs() {
+    return [this]() -> Save {
+      return [this, dialogs = std::make_shared<DialogsOnAStore>(store_)](bool long_row) {
+        return dialogs->Save(kRow, long_row, long_row ? LongTitle() : "Short");
+      };
+    };
+  }
+  MakeSave ByCommand() {
+    return [this]() -> Save {
+      return [this](bool long_row) {
+        return SaveByCommand(long_row ? LongRow(store_) : ShortRow(store_));
+      };
+    };
+  }
+
+  // Saves both rows once, and lets them take turns.
+  void TakeTurnsBy(const MakeSave& make) {
+    const auto saved = [&](bool long_row) {
+      EXPECT_TRUE(make()(long_row));
+      return ReadStoredBytes(store_, kRow);
+    };
+    const StoredBytes long_row = saved(true);
+    TakeTurns(saved(false), long_row);
+  }
+
+  // Whether the work of a child has ended in its being killed.
+  template <typename Work>
+  static bool KillsItself(const Work& work) {
+    const pid_t child = fork();
+    if (child == 0) {
+      bool done = false;
+      try {
+        done = work();
+      } catch (const std::exception&) {
+      }
+      _exit(done ? 0 : 1);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    const bool killed = WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL;
+    EXPECT_TRUE(killed || status == 0) << "the child could not work";
+    return killed;
+  }
+
  private:
-  static std::string MemoryFolder() {
-    const char* const memory = "/dev/shm";
-    return access(memory, W_OK) == 0 ? memory : std::filesystem::temp_directory_path().string();
+  // A kill behind the last change that matters has left the new row.
+  void BringBack(const StoredBytes& row, const MakeSave& make) {
+    if (now_.row != row.row) {
+      EXPECT_FALSE(KillAt(0, make)) << "a save that nobody kills was killed";
+    }
   }
 };
 
-TEST_F(KilledSaveInMemory, InTheDialogLeavesTheOldRowOrTheNewOne) {
-  constexpr int kKills = 1300 / kSlowness;
-  KillDialogs(kKills);
-  EXPECT_GE(old_, kKills / 20);
-  EXPECT_GE(new_, 1);
-  EXPECT_GE(FoundUnfinished(), kKills / 100);
+TEST_F(SaveKilledAtEveryChange, InTheDialogLeavesTheOldRow) {
+  TakeTurnsBy(ByDialogs());
+  KillEachSave(ByDialogs());
+  // The last change removes the journal, and so makes the new row the one that is stored.
+  EXPECT_EQ(new_, 0);
+  EXPECT_GE(waiting_, 4);
 }
 
 // A store that somebody has given a log in place of a journal.
-TEST_F(KilledSaveInMemory, WithALogLeavesTheOldRowOrTheNewOne) {
+TEST_F(SaveKilledAtEveryChange, WithALogLeavesTheOldRowOrTheNewOne) {
   RunSql(store_, "PRAGMA journal_mode = WAL");
-  KillDialogs(300 / kSlowness);
-  EXPECT_GE(old_, 1);
+  TakeTurnsBy(ByDialogs());
+  KillEachSave(ByDialogs());
+  EXPECT_GE(old_, 4);
   EXPECT_GE(new_, 1);
   EXPECT_EQ(journals_, 0);
 }
 
-TEST_F(KilledSave, ByCommandLeavesTheOldRowOrTheNewOne) {
-  TakeTurns(Saved(&ShortRow), Saved(&LongRow));
-  const auto make = [&]() -> Save {
-    return
-        [&](bool long_row) { return SaveByCommand(long_row ? LongRow(store_) : ShortRow(store_)); };
-  };
-  constexpr int kKills = 400 / kSlowness;
-  const int longest = TimeOfASave();
-  while (kills_ < kKills && !HasFatalFailure()) {
-    KillOnce(make, longest);
-  }
-  Tell();
-  EXPECT_GE(old_, kKills / 20);
-  EXPECT_GE(FoundUnfinished(), 1);
-  EXPECT_GE(new_ + later_, 1);
+TEST_F(SaveKilledAtEveryChange, ByCommandLeavesTheOldRow) {
+  TakeTurnsBy(ByCommand());
+  KillEachSave(ByCommand());
+  EXPECT_EQ(new_, 0);
+  EXPECT_GE(waiting_, 4);
 }
 
-TEST_F(KilledSave, OfTheProgramLeavesTheOldRowOrTheNewOne) {
-  TakeTurns(Saved(&ShortRow), Saved(&LongRow));
-  constexpr int kKills = 160 / kSlowness;
-  const int longest = 2 * TimeOfASave();
-  while (kills_ < kKills && !HasFatalFailure()) {
+// Whoever opens the store next takes back what was half written, and can be killed over it.
+TEST_F(SaveKilledAtEveryChange, LeavesTheOldRowAlsoWhereItsUndoingIsKilled) {
+  TakeTurnsBy(ByDialogs());
+  int half_written = 1;
+  while (KillAt(half_written, ByDialogs()) && !WaitsToBeUndone()) {
+    ++half_written;
+  }
+  const auto undo_and_be_killed_at = [&](int change) {
+    return KillsItself([&] {
+      KillAtChange(change);
+      OpenStore(store_, StoreAccess::kReadOnly);
+      return true;
+    });
+  };
+  int undone = 0;
+  while (undo_and_be_killed_at(undone + 1)) {
+    ++undone;
+    ASSERT_TRUE(WaitsToBeUndone());
+    ASSERT_EQ(OpenedAndRead(store_), short_) << "killed at change " << undone;
+    ASSERT_TRUE(KillAt(half_written, ByDialogs()));
+  }
+  EXPECT_GE(undone, 2);
+}
+
+// ---- at any time
+
+// The program as users run it, killed by a timer.
+class SaveKilledByATimer : public KilledSave {
+ protected:
+  static constexpr int kMostMicroseconds = 999'999;
+
+  void KillAfter(int microseconds) {
     const Words words = now_.row == long_.row ? ShortRow(store_) : LongRow(store_);
-    const int moment = While(longest);
-    progress_->begun = 1;
-    progress_->ended = 0;
-    RunProgram(PROGRAM, words, {}, [moment] {
+    const ProgramRun run = RunProgram(PROGRAM, words, {}, [microseconds] {
       // The timer goes with the process, and its signal kills.
-      const itimerval timer = {{0, 0}, {0, std::min(moment + 1, 999'999)}};
+      const itimerval timer = {{0, 0}, {0, microseconds}};
       setitimer(ITIMER_REAL, &timer, nullptr);
     });
+    *finished_ = run.status == 0;
     Look();
   }
+};
+
+// However slow the machine is: a run that was killed too early is followed by one that has a
+// little more time, and one that has saved by one that has a little less.
+TEST_F(SaveKilledByATimer, LeavesTheOldRowOrTheNewOne) {
+  const StoredBytes long_row = Saved(&LongRow);
+  ASSERT_EQ(RunProgram(PROGRAM, ShortRow(store_)).status, 0);
+  TakeTurns(ReadStoredBytes(store_, kRow), long_row);
+  std::mt19937 dice(20260321);
+  int longest = 1000;
+  while ((kills_ < 160 || old_ == 0 || new_ == 0) && !HasFatalFailure()) {
+    const int old_before = old_;
+    KillAfter(std::uniform_int_distribution(1, longest)(dice));
+    longest = old_ > old_before ? std::min(longest + longest / 4, kMostMicroseconds)
+                                : std::max(longest - longest / 4, 1);
+  }
   Tell();
-  EXPECT_GE(old_, 1);
-  EXPECT_GE(new_, 1);
 }
 
 }  // namespace

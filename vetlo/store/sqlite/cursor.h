@@ -27,11 +27,11 @@ struct PreparedSelect {
 // has ever read, and the statements that are ready to run.
 class Shape {
  public:
-  // Fails as PlanOf does, also for a condition that the engine cannot read.
-  Shape(sqlite3* handle, std::string_view text) : plan_(PlanOf(text)), handle_(handle) {
-    idle_.push_back(
-        std::make_unique<PreparedSelect>(handle, plan_, AllColumns(plan_), Direction::kForward));
-  }
+  // Fails as PlanOf does.
+  Shape(sqlite3* handle, std::string_view text) : plan_(PlanOf(text)), handle_(handle) {}
+
+  // Fails with kBadSqlText for a condition that the engine cannot read.
+  void Check() { GiveBack(Take(AllColumns(plan_), Direction::kForward)); }
 
   [[nodiscard]] const SelectPlan& plan() const { return plan_; }
   [[nodiscard]] sqlite3* handle() const { return handle_; }

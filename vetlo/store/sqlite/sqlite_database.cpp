@@ -25,7 +25,8 @@ std::unique_ptr<Recordset> SqliteDatabase::OpenRecordset(std::string_view strSou
                                                          RecordsetType type) {
   if (IsSelect(strSource)) {
     ShapedText text = ShapeOf(strSource);
-    return std::make_unique<QueryRecordset>(ShapeFor(text.shape), std::move(text.values));
+    return std::make_unique<QueryRecordset>(ShapeFor(text.shape, TextFrom::kOutside),
+                                            std::move(text.values));
   }
   const Table* const table = FindTable(strSource);
   if (table == nullptr) {
@@ -92,28 +93,39 @@ bool SqliteDatabase::InTransaction() const {
 }
 
 TableShapes& SqliteDatabase::ShapesOf(const Table& table) {
-  const auto found = table_shapes_.find(&table);
-  if (found != table_shapes_.end()) {
-    return found->second;
-  }
-  std::string text = "SELECT * FROM " + std::string(table.name);
-  TableShapes shapes;
-  shapes.rows = &ShapeFor(text);
-  for (std::int32_t i = 0; i < table.key_columns; ++i) {
-    text += i == 0 ? " WHERE " : " AND ";
-    text += std::string(table.columns[static_cast<std::size_t>(i)].name) + "=?";
-    shapes.by_keys.push_back(&ShapeFor(text));
-  }
-  return table_shapes_.emplace(&table, std::move(shapes)).first->second;
+  return table_shapes_.try_emplace(&table, *this, table).first->second;
 }
 
-Shape& SqliteDatabase::ShapeFor(const std::string& shape) {
+Shape& SqliteDatabase::ShapeFor(const std::string& shape, TextFrom from) {
   const auto found = shapes_.find(shape);
   if (found != shapes_.end()) {
     return *found->second;
   }
-  return *shapes_.emplace(shape, std::make_unique<Shape>(connection_.handle(), shape))
-              .first->second;
+  auto made = std::make_unique<Shape>(connection_.handle(), shape);
+  if (from == TextFrom::kOutside) {
+    made->Check();
+  }
+  return *shapes_.emplace(shape, std::move(made)).first->second;
+}
+
+Shape& TableShapes::Rows() {
+  if (rows_ == nullptr) {
+    rows_ = &database_.ShapeFor("SELECT * FROM " + std::string(table_.name),
+                                SqliteDatabase::TextFrom::kThisRoom);
+  }
+  return *rows_;
+}
+
+Shape& TableShapes::ByKey(std::size_t columns) {
+  Shape*& shape = by_keys_[columns - 1];
+  if (shape == nullptr) {
+    std::string text = "SELECT * FROM " + std::string(table_.name);
+    for (std::size_t i = 0; i < columns; ++i) {
+      text += (i == 0 ? " WHERE " : " AND ") + std::string(table_.columns[i].name) + "=?";
+    }
+    shape = &database_.ShapeFor(text, SqliteDatabase::TextFrom::kThisRoom);
+  }
+  return *shape;
 }
 
 }  // namespace vetlo

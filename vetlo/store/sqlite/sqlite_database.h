@@ -13,10 +13,25 @@
 
 namespace vetlo {
 
-// What is kept of a table that is opened by its name.
-struct TableShapes {
-  Shape* rows = nullptr;        // in the order of its key
-  std::vector<Shape*> by_keys;  // of the first one, two, ... columns of its key
+class SqliteDatabase;
+
+// What is kept of a table that is opened by its name. Most tables are opened without a row of them
+// being read, so each shape is made when it is first asked for.
+class TableShapes {
+ public:
+  TableShapes(SqliteDatabase& database, const Table& table)
+      : database_(database), table_(table), by_keys_(static_cast<std::size_t>(table.key_columns)) {}
+
+  // All rows, in the order of the table's key.
+  Shape& Rows();
+  // The rows of a key, of which the first so many columns are given.
+  Shape& ByKey(std::size_t columns);
+
+ private:
+  SqliteDatabase& database_;
+  const Table& table_;
+  Shape* rows_ = nullptr;
+  std::vector<Shape*> by_keys_;  // of the first one, two, ... columns
 };
 
 // A store in a SQLite database.
@@ -37,9 +52,10 @@ class SqliteDatabase : public Database {
   [[nodiscard]] std::int64_t SnapshotNumber() const {
     return snapshots_ > 0 ? snapshot_number_ : 0;
   }
-  // What is kept for a shape of text, made when it is first asked for.
-  Shape& ShapeFor(const std::string& shape);
-  // The shapes of a whole table, and of a row of it found by its key.
+  // What is kept for a shape of text, made when it is first asked for. A text from outside fails
+  // then where the engine cannot read it; one of our own is known to be right.
+  enum class TextFrom { kOutside, kThisRoom };
+  Shape& ShapeFor(const std::string& shape, TextFrom from);
   TableShapes& ShapesOf(const Table& table);
 
  private:

@@ -82,7 +82,7 @@ void TableRecordset::SeekKey(std::string_view strComparison, std::span<const Var
   for (std::size_t i = 0; i < keys.size(); ++i) {
     values.push_back(StoredForm(keys[i], table_.columns[i].type));
   }
-  StandOn(*shapes_.by_keys[keys.size() - 1], values);
+  StandOn(shapes_.ByKey(keys.size()), values);
   if (keeps) {
     sought_ = &known_.insert_or_assign(*number, single_).first->second;
   }
@@ -94,7 +94,7 @@ void TableRecordset::FindFirst(std::string_view strCriteria) {
   missed_.reset();
   const ShapedText text =
       ShapeOf("SELECT * FROM " + std::string(table_.name) + " WHERE " + std::string(strCriteria));
-  StandOn(database_->ShapeFor(text.shape), text.values);
+  StandOn(database_->ShapeFor(text.shape, SqliteDatabase::TextFrom::kOutside), text.values);
 }
 
 bool TableRecordset::NoMatch() {
@@ -104,7 +104,7 @@ bool TableRecordset::NoMatch() {
 
 Variant TableRecordset::Fields(std::string_view strName) {
   RequireOpen();
-  const std::size_t column = shapes_.rows->ColumnNamed(strName);
+  const std::size_t column = shapes_.Rows().ColumnNamed(strName);
   switch (position_) {
     case Position::kWalking:
       return Walk().Value(column);
@@ -117,8 +117,8 @@ Variant TableRecordset::Fields(std::string_view strName) {
 }
 
 std::string TableRecordset::PlaceOf(std::string_view strName) {
-  const std::size_t column = shapes_.rows->ColumnNamed(strName);
-  return shapes_.rows->PlaceOf(column, CurrentRowId());
+  const std::size_t column = shapes_.Rows().ColumnNamed(strName);
+  return shapes_.Rows().PlaceOf(column, CurrentRowId());
 }
 
 void TableRecordset::AddNew() {
@@ -136,7 +136,7 @@ void TableRecordset::Edit() {
 void TableRecordset::SetField(std::string_view strName, const Variant& value) {
   RequireOpen();
   Require(change_ != Change::kNone);
-  const Column& column = table_.columns[shapes_.rows->ColumnNamed(strName)];
+  const Column& column = table_.columns[shapes_.Rows().ColumnNamed(strName)];
   changes_.insert_or_assign(std::string(column.name), StoredForm(value, column.type));
 }
 
@@ -200,7 +200,7 @@ void TableRecordset::StandOnRow(std::int64_t rowid) {
   known_.clear();
   sought_ = &single_;
   single_ = SoughtRow{true, rowid, std::vector<Variant>(table_.columns.size())};
-  sought_by_ = shapes_.rows;
+  sought_by_ = &shapes_.Rows();
   position_ = Position::kOnSoughtRow;
 }
 
@@ -219,7 +219,7 @@ void TableRecordset::Require(bool possible) const {
 
 Cursor& TableRecordset::Walk() {
   if (walk_ == nullptr) {
-    walk_ = std::make_unique<Cursor>(*shapes_.rows, std::vector<StoredValue>{});
+    walk_ = std::make_unique<Cursor>(shapes_.Rows(), std::vector<StoredValue>{});
   }
   return *walk_;
 }

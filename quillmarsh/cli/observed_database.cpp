@@ -9,11 +9,12 @@ class ObservedRecordset : public vetlo::ForwardingRecordset {
                     const StoreObserver& observer)
       : ForwardingRecordset(std::move(rows)), source_(std::move(source)), observer_(observer) {}
 
+  // That it was closed counts, whether or not the closing succeeds.
   void Close() override {
-    ForwardingRecordset::Close();
     if (observer_.closed) {
       observer_.closed(source_);
     }
+    ForwardingRecordset::Close();
   }
 
  private:

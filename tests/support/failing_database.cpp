@@ -40,6 +40,7 @@ class FailingRecordset : public ForwardingRecordset {
 }  // namespace
 
 void FailurePlan::FailAt(std::int64_t operation, Repeat repeat, FailureNumber number) {
+  operations_ = 0;
   first_ = operation;
   repeat_ = repeat;
   number_ = number;
@@ -68,6 +69,11 @@ std::unique_ptr<Recordset> FailingDatabase::OpenRecordset(std::string_view strSo
                                                           RecordsetType type) {
   plan_.Count();
   return std::make_unique<FailingRecordset>(Store().OpenRecordset(strSource, type), plan_, open_);
+}
+
+void FailingDatabase::HoldSnapshot() {
+  plan_.Count();
+  Store().HoldSnapshot();
 }
 
 void FailingDatabase::BeginTrans() {

@@ -16,7 +16,7 @@ class FailurePlan {
  public:
   enum class Repeat { kOnce, kFromThenOn };
 
-  // The n-th operation fails with this number.
+  // The n-th operation from now on fails with this number, the 0th never.
   void FailAt(std::int64_t operation, Repeat repeat, FailureNumber number);
   void NeverFail() { first_ = 0; }
   // Does something that neither fails nor counts; the next operation is the first.
@@ -51,14 +51,14 @@ class FailurePlan {
   FailureNumber number_ = FailureNumber::kStoreUnusable;
 };
 
-// A store whose operations fail by a plan. The store and the plan
-// must outlive it.
+// A store whose operations fail by a plan. The store and the plan must outlive it.
 class FailingDatabase : public ForwardingDatabase {
  public:
   FailingDatabase(Database& store, FailurePlan& plan) : ForwardingDatabase(store), plan_(plan) {}
 
   using Database::OpenRecordset;
   std::unique_ptr<Recordset> OpenRecordset(std::string_view strSource, RecordsetType type) override;
+  void HoldSnapshot() override;
   void BeginTrans() override;
   void CommitTrans() override;
 

@@ -79,7 +79,7 @@ ServedRun ServedProgram::Follow(const Plan& plan) {
   Require(write(plans_, &plan, sizeof plan) == static_cast<ssize_t>(sizeof plan) &&
               read(outcomes_, &outcome, sizeof outcome) == static_cast<ssize_t>(sizeof outcome),
           "the program cannot be served");
-  return {StatusOf(outcome.wait_status), TextIn(output_), TextIn(errors_), outcome.calls};
+  return {{StatusOf(outcome.wait_status), TextIn(output_), TextIn(errors_)}, outcome.calls};
 }
 
 }  // namespace sweeps

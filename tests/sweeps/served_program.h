@@ -3,15 +3,13 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/program.h"
 #include "tests/sweeps/preload/plan.h"
 
 namespace sweeps {
 
-// What a run that followed a plan gave.
-struct ServedRun {
-  int status = 0;  // of its exit; 128 and more for the signal that ended it
-  std::string out;
-  std::string err;
+// What a run that followed a plan gave, and how many calls of each kind it made.
+struct ServedRun : vetlo::testing::ProgramRun {
   std::array<std::int64_t, kCallNames.size()> calls = {};
 
   [[nodiscard]] std::int64_t Calls(Call call) const {

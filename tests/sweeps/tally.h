@@ -3,25 +3,44 @@
 #include <cstdint>
 #include <string>
 
+#include "tests/support/program.h"
+
 namespace sweeps {
 
-// How faults ended.
-struct Tally {
-  std::int64_t faults = 0;
-  std::int64_t told = 0;
-  std::int64_t without_effect = 0;
-  std::int64_t calls = 0;  // of which that many could fail, once and from then on
+using vetlo::testing::ProgramRun;
+
+// How a run with a fault in it ended, beside one without.
+enum class Ending {
+  kWithoutEffect,  // the same output and status
+  kTold,           // a line or more on standard error that begin as errors do, and a status of them
+  kWrong,          // anything else: a signal, a silent difference
+};
+Ending EndingOf(const ProgramRun& run, const ProgramRun& sound);
+
+// How many runs ended in which way.
+class Tally {
+ public:
+  // Of so many faults that there are, some may be left out.
+  void Announce(std::int64_t faults) { all_ += faults; }
+  void Count(Ending ending);
+
+  // Prints "<what>: 412 faults, 380 told, 32 without effect"; to the file that
+  // QUILLMARSH_SWEEP_COUNTS names, too.
+  void Print(const std::string& what) const;
+
+ private:
+  std::int64_t all_ = 0;
+  std::int64_t told_ = 0;
+  std::int64_t without_effect_ = 0;
+  std::int64_t wrong_ = 0;
 };
 
-// Prints "<what>: 412 faults, 380 told, 32 without effect", and of how many where some were left
-// out. It is printed to the file that QUILLMARSH_SWEEP_COUNTS names too.
-void Print(const std::string& what, const Tally& tally);
-
-// Whether every fault is wanted where there are too many to try them all in a short time.
+// Whether every fault is to be tried where there are so many that it takes long
+// (QUILLMARSH_WHOLE_SWEEP is set).
 bool IsWholeSweep();
 
-// To try about `most` of `all` things at even distances: a prime, so that it does not keep step
-// with anything that comes again and again.
+// The distance at which about `most` of `all` things are tried: a prime, so that it keeps step with
+// nothing that comes again and again.
 std::int64_t StrideFor(std::int64_t all, std::int64_t most);
 
 }  // namespace sweeps

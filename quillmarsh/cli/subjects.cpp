@@ -30,7 +30,7 @@ struct SubjectFacts {
   std::string_view table;
   std::string_view number;
   std::string_view name;
-  bool (*includes)(Recordset& rec) = IsAny;
+  bool (*is_offered)(Recordset& rec) = IsAny;  // where there is no row of a number
 };
 
 // In the order of Subject.
@@ -52,7 +52,7 @@ bool IsThere(vetlo::Database& store, const SubjectFacts& subject, std::int32_t n
   vetlo::ScopedRecordset rec(store, subject.table);
   rec->SetIndex(vetlo::kPrimaryIndex);
   rec->Seek("=", number);
-  return !rec->NoMatch() && subject.includes(*rec);
+  return !rec->NoMatch();
 }
 
 // "1 Everyday, 2 Savings and 31 more"; nothing where there is none.
@@ -61,7 +61,7 @@ std::string ThoseThereAre(vetlo::Database& store, const SubjectFacts& subject) {
   std::string list;
   std::int32_t count = 0;
   const auto add = [&](Recordset& rec) {
-    if (!subject.includes(rec) || ++count > kMostNamed) {
+    if (!subject.is_offered(rec) || ++count > kMostNamed) {
       return;
     }
     list += (list.empty() ? "" : ", ") + std::to_string(vetlo::LongField(rec, subject.number)) +

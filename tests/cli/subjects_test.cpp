@@ -83,8 +83,8 @@ INSTANTIATE_TEST_SUITE_P(
         SubjectCase{"InvestmentAccount",
                     "26",
                     {"--parameter1", "5"},
-                    {"--parameter1", "1"},
-                    "there is no investment account 1; there are 5 Broker"},
+                    {"--parameter1", "7"},
+                    "there is no investment account 7; there are 5 Broker"},
         SubjectCase{"Investment",
                     "27",
                     {"--parameter1", "1"},
@@ -124,6 +124,11 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(Subjects, OfAnotherReportAreNotLookedAt) {
   EXPECT_EQ(QuillOn({"report", "5", "--parameter1", "77"}).status, 0);
+}
+
+TEST_F(Subjects, MayBeAnAccountThatHoldsNoInvestments) {
+  const ProgramRun run = QuillOn({"report", "26", "--parameter1", "1"});
+  EXPECT_EQ(run.status, 0) << run.err;
 }
 
 TEST_F(Subjects, AreNotRefusedByATrace) {

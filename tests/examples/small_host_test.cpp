@@ -32,7 +32,10 @@ TEST_F(SmallHost, DrawsAReportAndAChartThroughTheEntryPoints) {
   const ProgramRun figure = RunProgram(PROGRAM, {"figure", store_, "TotalAssets"});
   ASSERT_EQ(figure.status, 0) << figure.err;
   const std::string assets = figure.out.substr(0, figure.out.find('\n'));
-  const ProgramRun drawn = RunProgram(Example(), {store_, "5", "64"});
+  ASSERT_EQ(RunProgram(PROGRAM, {"favorite", store_, "5", "Bars"}).status, 0);
+  const ProgramRun bars = RunProgram(PROGRAM, {"customize", store_, "Bars", "--as", "chart"});
+  ASSERT_EQ(bars.out.find("Changed 79  Bars: bar chart"), 0U) << bars.out << bars.err;
+  const ProgramRun drawn = RunProgram(Example(), {store_, "5", "79"});
   EXPECT_EQ(drawn.status, 0) << drawn.err;
   EXPECT_THAT(drawn.out, AllOf(HasSubstr("Net Worth\n"), HasSubstr("Total Assets\t"),
                                HasSubstr(assets + "\n"), HasSubstr("\n\tTotal Liabilities\t")));

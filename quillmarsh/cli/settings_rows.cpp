@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "quillmarsh/cli/arguments.h"
+#include "quillmarsh/cli/left_out.h"
 #include "quillmarsh/cli/user_error.h"
 #include "quillmarsh/terminal/safe_text.h"
 #include "vetlo/platform/display.h"
@@ -18,27 +19,39 @@ using vetlo::Recordset;
 using vetlo::Variant;
 
 // Reads what it can of a settings row: one that somebody damaged keeps nobody from the others. The
-// listener hears of what could not be read.
+// listener hears of what is damaged. A store that cannot be read is no damaged row, and fails.
 class RowReader {
  public:
   RowReader(Recordset& rec, vetlo::FailureListener& listener) : rec_(rec), listener_(listener) {}
 
   Variant ValueOrNull(std::string_view field) {
     Variant value = vetlo::Null{};
-    vetlo::ResumeNext(listener_, [&] { value = rec_.Fields(field); });
+    PassDamage([&] { value = rec_.Fields(field); });
     return value;
   }
   std::int32_t LongOr(std::string_view field, std::int32_t otherwise) {
-    vetlo::ResumeNext(listener_, [&] { otherwise = vetlo::LongField(rec_, field); });
+    PassDamage([&] { otherwise = vetlo::LongField(rec_, field); });
     return otherwise;
   }
   std::string TextOrEmpty(std::string_view field) {
     std::string text;
-    vetlo::ResumeNext(listener_, [&] { text = vetlo::TextFieldOrEmpty(rec_, field); });
+    PassDamage([&] { text = vetlo::TextFieldOrEmpty(rec_, field); });
     return text;
   }
 
  private:
+  template <typename Piece>
+  void PassDamage(const Piece& piece) {
+    try {
+      piece();
+    } catch (const vetlo::Failure& failure) {
+      if (IsOfTheStore(failure.number())) {
+        throw;
+      }
+      listener_.OnFailure(failure.number(), failure.what());
+    }
+  }
+
   Recordset& rec_;
   vetlo::FailureListener& listener_;
 };

@@ -52,15 +52,26 @@ std::vector<Swept> EachRow(const Words& command, bool charts) {
 }
 
 std::vector<Swept> EachFigure() {
+  const std::vector<Words> figures = {
+      {"TotalAssets"},
+      {"TotalLiabilities"},
+      {"TotalCreditCardDebt"},
+      {"TotalIncome"},
+      {"TotalExpenses"},
+      {"TotalIncomeOfCategory", "--number", "1"},
+      {"TotalIncomeOfCategory", "--unassigned"},
+      {"TotalExpensesOfCategory", "--number", "1", "--format", "json"},
+      {"TotalExpensesOfCategory", "--unassigned", "--format", "json"},
+      {"TotalIncomeOfSubCategory", "--number", "1"},
+      {"TotalIncomeOfSubCategory", "--number", "1", "--unassigned"},
+      {"TotalExpensesOfSubCategory", "--number", "1", "--format", "json"},
+      {"TotalExpensesOfSubCategory", "--number", "1", "--unassigned", "--format", "json"},
+  };
   std::vector<Swept> commands;
-  for (const char* const figure :
-       {"TotalAssets", "TotalLiabilities", "TotalCreditCardDebt", "TotalIncome", "TotalExpenses"}) {
-    commands.push_back({{"figure", kStore, figure}});
-  }
-  for (const char* const figure : {"TotalIncomeOfCategory", "TotalExpensesOfCategory",
-                                   "TotalIncomeOfSubCategory", "TotalExpensesOfSubCategory"}) {
-    commands.push_back({{"figure", kStore, figure, "--number", "1"}});
-    commands.push_back({{"figure", kStore, figure, "--unassigned", "--format", "json"}});
+  for (const Words& figure : figures) {
+    Words words = {"figure", kStore};
+    words.insert(words.end(), figure.begin(), figure.end());
+    commands.push_back({words});
   }
   return commands;
 }

@@ -6,7 +6,7 @@
 namespace quillmarsh {
 namespace {
 
-// No word of ours is nearly as long, and a word without end would take time without end.
+// A longer word is not looked at: one without end would take time without end.
 constexpr std::size_t kMostLetters = 100;
 
 char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
@@ -39,12 +39,12 @@ std::size_t Distance(std::string_view from, std::string_view to) {
 }  // namespace
 
 std::optional<std::string> Nearest(std::string_view mistyped, std::span<const std::string> words) {
-  if (mistyped.size() > kMostLetters) {
-    return std::nullopt;
-  }
   std::optional<std::string> nearest;
   std::size_t fewest = 0;
   for (const std::string& word : words) {
+    if (std::max(mistyped.size(), word.size()) > kMostLetters) {
+      continue;
+    }
     const std::size_t steps = Distance(mistyped, word);
     const bool near = steps <= std::max(mistyped.size(), word.size()) / 3;
     if (near && (!nearest || steps < fewest)) {

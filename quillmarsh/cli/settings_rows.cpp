@@ -4,6 +4,7 @@
 
 #include "quillmarsh/cli/arguments.h"
 #include "quillmarsh/cli/left_out.h"
+#include "quillmarsh/cli/nearest.h"
 #include "quillmarsh/cli/user_error.h"
 #include "quillmarsh/terminal/safe_text.h"
 #include "vetlo/platform/display.h"
@@ -77,6 +78,14 @@ SettingsRowFacts ReadRow(Recordset& rec, vetlo::FailureListener& listener) {
   return row;
 }
 
+std::vector<std::string> NamesOf(const std::vector<SettingsRowFacts>& rows) {
+  std::vector<std::string> names;
+  for (const SettingsRowFacts& row : rows) {
+    names.push_back(row.name);
+  }
+  return names;
+}
+
 std::string NumbersOf(const std::vector<SettingsRowFacts>& rows) {
   std::string numbers;
   for (const SettingsRowFacts& row : rows) {
@@ -112,7 +121,9 @@ SettingsRowFacts FindSettingsRow(vetlo::Database& store, const std::string& row)
   }
   const std::string asked = "'" + SafeText(row) + "'";
   if (found.empty()) {
-    throw UserError("the store has no report " + asked + "; 'quillmarsh list' shows those it has");
+    const std::string hint = DidYouMean(row, NamesOf(rows));
+    throw UserError("the store has no report " + asked +
+                    (hint.empty() ? "; 'quillmarsh list' shows those it has" : hint));
   }
   if (found.size() > 1) {
     throw UserError("more than one report is called " + asked +

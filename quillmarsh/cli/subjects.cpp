@@ -48,6 +48,10 @@ constexpr std::array kSubjects = {
                  "ClassificationSubItemName"},
 };
 
+const SubjectFacts& FactsOf(Subject subject) {
+  return kSubjects.at(static_cast<std::size_t>(subject));
+}
+
 bool IsThere(vetlo::Database& store, const SubjectFacts& subject, std::int32_t number) {
   vetlo::ScopedRecordset rec(store, subject.table);
   rec->SetIndex(vetlo::kPrimaryIndex);
@@ -55,7 +59,7 @@ bool IsThere(vetlo::Database& store, const SubjectFacts& subject, std::int32_t n
   return !rec->NoMatch();
 }
 
-// "1 Everyday, 2 Savings and 31 more"; nothing where there is none.
+// "; there are 1 Everyday, 2 Savings and 31 more".
 std::string ThoseThereAre(vetlo::Database& store, const SubjectFacts& subject) {
   constexpr std::int32_t kMostNamed = 12;
   std::string list;
@@ -70,7 +74,11 @@ std::string ThoseThereAre(vetlo::Database& store, const SubjectFacts& subject) {
   // A row that somebody damaged keeps nobody from the others.
   vetlo::ForEachRowOf(store, subject.table,
                       [&](Recordset& rec) { vetlo::ResumeNext(store, [&] { add(rec); }); });
-  return list + (count > kMostNamed ? " and " + std::to_string(count - kMostNamed) + " more" : "");
+  if (list.empty()) {
+    return "; the store has none";
+  }
+  return "; there are " + list +
+         (count > kMostNamed ? " and " + std::to_string(count - kMostNamed) + " more" : "");
 }
 
 // What a report number is the history of. Where there is a narrower subject, the second parameter
@@ -129,13 +137,12 @@ std::optional<Named> NamedBy(const Parameters& parameters, const History& histor
 }  // namespace
 
 void RequireThereIs(vetlo::Database& store, Subject subject, std::int32_t number) {
-  const SubjectFacts& facts = kSubjects.at(static_cast<std::size_t>(subject));
+  const SubjectFacts& facts = FactsOf(subject);
   if (IsThere(store, facts, number)) {
     return;
   }
-  const std::string others = ThoseThereAre(store, facts);
   throw UserError("there is no " + std::string(facts.what) + " " + std::to_string(number) +
-                  (others.empty() ? "; the store has none" : "; there are " + others));
+                  ThoseThereAre(store, facts));
 }
 
 Parameters GivenParameters(const std::optional<std::string>& first,
@@ -156,7 +163,8 @@ void RequireSubject(vetlo::Database& store, std::int32_t report_number,
   const bool given = !vetlo::IsEmpty(parameters.first) || !vetlo::IsEmpty(parameters.second);
   throw UserError("report number " + std::to_string(report_number) + " is the history of " +
                   std::string(history->what) + ": " + std::string(history->options) +
-                  (given ? "; what was given is no such number" : ""));
+                  (given ? "; what was given is no such number" : "") +
+                  ThoseThereAre(store, FactsOf(history->wider)));
 }
 
 void RequireStoredSubject(vetlo::Database& store, const SettingsRowFacts& row) {

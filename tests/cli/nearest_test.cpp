@@ -44,6 +44,8 @@ TEST(Nearest, IsNoWordThatSharesLittle) {
 TEST(Nearest, IsNoneAmongNoWords) { EXPECT_EQ(Nearest("list", {}), std::nullopt); }
 
 TEST(Nearest, LooksAtNoEndlessWord) {
+  EXPECT_EQ(Nearest("list", std::vector<std::string>{std::string(10'000'000, 'l'), "list"}),
+            "list");
   EXPECT_EQ(NearestCommand(std::string(10'000'000, 'l')), "none");
 }
 

@@ -122,6 +122,15 @@ INSTANTIATE_TEST_SUITE_P(
                     "there is no classification sub-item 9; there are 1 School"}),
     [](const auto& test) { return test.param.name; });
 
+TEST_F(Subjects, ThatAreNotGivenAreAskedForWithWhatThereIs) {
+  EXPECT_EQ(Refusal({"report", "29"}),
+            "quillmarsh: report number 29 is the history of a category: --parameter1 its "
+            "CategoryNumber, or --parameter2 a SubCategoryNumber; there are 1 Food, 2 Salary\n");
+  EXPECT_EQ(Refusal({"report", "28", "--parameter1", "Corner Shop"}),
+            "quillmarsh: report number 28 is the history of a payee: --parameter1 its PayeeNumber; "
+            "what was given is no such number; there are 1 Corner Shop\n");
+}
+
 TEST_F(Subjects, OfAnotherReportAreNotLookedAt) {
   EXPECT_EQ(QuillOn({"report", "5", "--parameter1", "77"}).status, 0);
 }

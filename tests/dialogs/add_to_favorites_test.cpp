@@ -284,6 +284,14 @@ TEST_F(AddToFavorites, TrimsTheNameThatIsLeft) {
   });
 }
 
+TEST_F(AddToFavorites, TrimsTheNameHoweverOKIsReached) {
+  Show([](frmAddToFavorites& form) {
+    form.cboName.Type("  Trips ");
+    form.cmdOK.on_click();
+  });
+  EXPECT_THAT(Messages(), ElementsAre(kReplaceTrips));
+}
+
 TEST_F(AddToFavorites, CannotBeAcceptedUnderABlankName) {
   EXPECT_TRUE(AcceptAs("   "));
   EXPECT_THAT(Messages(), IsEmpty());

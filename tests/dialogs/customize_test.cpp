@@ -222,11 +222,13 @@ TEST_F(Customize, ShowsARowWithoutLegendAsAReport) {
 }
 
 TEST_F(Customize, ChoosesNoKindOfChartWhereTheRowHasNone) {
-  Open({.report_number = 1, .chart_type = 255}, [](frmCustomize& form) {
-    for (const OptionButton& kind : form.optChartType) {
-      EXPECT_FALSE(kind.Value()) << kind.Name();
-    }
-  });
+  for (const std::int32_t none : {255, 3, 14, -1}) {
+    Open({.report_number = 1, .chart_type = none}, [&](frmCustomize& form) {
+      for (const OptionButton& kind : form.optChartType) {
+        EXPECT_FALSE(kind.Value()) << kind.Name() << " for " << none;
+      }
+    });
+  }
 }
 
 TEST_F(Customize, ShowsATitleThatIsNullAsEmpty) {
@@ -427,6 +429,7 @@ INSTANTIATE_TEST_SUITE_P(
 struct ProposedNumber {
   std::int32_t range;
   const char* number;
+  const char* from;
 };
 void PrintTo(const ProposedNumber& test, std::ostream* out) { *out << "range " << test.range; }
 
@@ -437,11 +440,13 @@ TEST_P(EmptyNumberBox, IsGivenTheUsualNumberOfItsRange) {
     PickRange(form, GetParam().range);
     EXPECT_EQ(form.txtDateRangeExtInfo.Text(), GetParam().number);
     EXPECT_TRUE(AllSelected(form.txtDateRangeExtInfo));
+    EXPECT_EQ(form.txtFrom.Text(), GetParam().from);
   });
 }
 
 INSTANTIATE_TEST_SUITE_P(All, EmptyNumberBox,
-                         ::testing::Values(ProposedNumber{13, "30"}, ProposedNumber{14, "3"}));
+                         ::testing::Values(ProposedNumber{13, "30", "2026/02/19"},
+                                           ProposedNumber{14, "3", "2026/01/01"}));
 
 TEST_F(Customize, ShowsTheNumberOfTheRowAndTheDateThatGoesWithIt) {
   Open({.report_number = 1, .range = 13, .range_number = 7}, [](frmCustomize& form) {
@@ -701,7 +706,7 @@ TEST_F(Customize, TakesATitleUpToHalfTheColumnsLength) {
 TEST_F(Customize, SavesWhatTheUserChose) {
   Accept({.report_number = 1}, [](frmCustomize& form) {
     form.optChartOrReportType[0].Choose();
-    form.optChartType[1].Choose();
+    form.optChartType[2].Choose();
     form.chkLegend.Toggle();
     form.txtTitle.Type("Spent");
     PickRange(form, 15);
@@ -712,7 +717,7 @@ TEST_F(Customize, SavesWhatTheUserChose) {
   EXPECT_FALSE(open_after_ok_);
   EXPECT_THAT(Messages(), IsEmpty());
   EXPECT_EQ(Stored("ChartOrReportType"), Variant(0));
-  EXPECT_EQ(Stored("ChartType"), Variant(1));
+  EXPECT_EQ(Stored("ChartType"), Variant(2));
   EXPECT_EQ(Stored("Legend"), Variant(true));
   EXPECT_EQ(Stored("Title"), Variant("Spent"));
   EXPECT_EQ(Stored("DateRangeType"), Variant(15));
@@ -928,6 +933,16 @@ TEST_F(Customize, ResetsAtOnceWithoutAsking) {
 }
 
 // ---- failures
+
+TEST_F(Customize, TellsThatANumberThatIsInNoCatalogueCannotBeReset) {
+  Open({.report_number = 77, .title = "Mine"}, [](frmCustomize& form) {
+    form.cmdReset.Click();
+    EXPECT_FALSE(form.Visible());
+  });
+  EXPECT_FALSE(saved_);
+  EXPECT_THAT(Messages(), ElementsAre(kSaveFailed));
+  EXPECT_EQ(Stored("Title"), Variant("Mine"));
+}
 
 TEST_F(Customize, TellsThatARowThatIsGoneCannotBeSaved) {
   Open({.report_number = 1}, [&](frmCustomize& form) {

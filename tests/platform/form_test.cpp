@@ -491,7 +491,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(Forms, ATextThatIsSetHasItsCaretAtTheStart) {
   form_.first.SetText("abc");
-  form_.first.SelectAll();
+  form_.first.Select(1, 2);
   form_.first.SetText("abcd");
   EXPECT_EQ(form_.first.Text(), "abcd");
   EXPECT_EQ(form_.first.SelStart(), 0U);
@@ -836,6 +836,24 @@ TEST_F(ViewOfAForm, IsToldOfNoMoveWhereABoxKeepsTheFocus) {
               }),
               IsEmpty());
   EXPECT_EQ(asked_, 2);
+}
+
+TEST_F(ViewOfAForm, FindsWhatItIsToldOf) {
+  class ReadingView : public KeepingView {
+   public:
+    void ControlChanged(Control& control) override {
+      events.push_back(dynamic_cast<ComboBox&>(control).Text());
+    }
+  };
+  FillLists();
+  ReadingView view;
+  Show([&] {
+    form_.SetView(&view);
+    form_.combo.SetListIndex(1);
+    form_.SetView(nullptr);
+  });
+  ASSERT_FALSE(view.events.empty());
+  EXPECT_EQ(view.events.back(), "Birch");
 }
 
 TEST_F(ViewOfAForm, IsToldNothingWhereNothingHappens) {

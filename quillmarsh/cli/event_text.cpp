@@ -28,7 +28,7 @@ struct JsonOf {
   Json operator()(const std::string& value) const { return value; }
   Json operator()(const vetlo::AmountMatrix& value) const { return RowsOf(value); }
   Json operator()(const vetlo::Font& value) const {
-    Json font;
+    Json font = Json::object();
     font["name"] = value.name;
     font["size"] = JsonReal(value.size);
     return font;
@@ -38,7 +38,7 @@ struct JsonOf {
 }  // namespace
 
 std::string EventText(const vetlo::Event& event) {
-  Json line;
+  Json line = Json::object();
   line["on"] = event.on;
   line[std::string(event.action)] = event.member;
   if (event.at) {

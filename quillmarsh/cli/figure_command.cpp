@@ -215,7 +215,7 @@ std::string PlainAmount(Currency amount) {
 }
 
 std::string JsonAnswer(const Operation& operation, const Answer& answer) {
-  Json line;
+  Json line = Json::object();
   line["operation"] = operation.name;
   line["result"] = PlainAmount(answer.amount);
   if (answer.first && answer.last) {
@@ -226,7 +226,7 @@ std::string JsonAnswer(const Operation& operation, const Answer& answer) {
 }
 
 std::string JsonFailure(const Operation& operation, std::int32_t number) {
-  Json line;
+  Json line = Json::object();
   line["operation"] = operation.name;
   line["failure"] = number;
   return JsonText(line);

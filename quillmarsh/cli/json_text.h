@@ -5,7 +5,9 @@
 
 namespace quillmarsh {
 
-// A JSON value whose members keep the order in which they were added.
+// A JSON value whose members keep the order in which they were added. An object starts as
+// Json::object(), an array as Json::array(): a null that becomes one by its first member is
+// destroyed half-made where memory runs out.
 using Json = nlohmann::ordered_json;
 
 // The value on one line, without blanks.

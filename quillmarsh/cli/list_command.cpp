@@ -99,6 +99,7 @@ bool IsCustomized(vetlo::Tamo& component, vetlo::Recordset& rows, const Settings
 void ListCommand(const std::string& store_path, std::ostream& out) {
   const auto store = OpenStoreFile(store_path, vetlo::StoreAccess::kReadOnly);
   vetlo::KeptStore kept(*store);
+  const vetlo::Snapshot one_state(kept);
   const auto rows = ReadSettingsRows(kept);
   TerminalPlatform platform(EnvironmentLocale());
   vetlo::Tamo component = LoadComponent().NewTamo(platform);

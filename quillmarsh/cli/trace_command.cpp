@@ -33,7 +33,7 @@ class TracedPlatform : public TerminalPlatform {
 
 std::string StoreEventText(const char* call, std::string_view source,
                            vetlo::RecordsetType type = vetlo::RecordsetType::kByDefault) {
-  Json line;
+  Json line = Json::object();
   line["on"] = "store";
   line["call"] = call;
   line["source"] = source;
@@ -46,7 +46,7 @@ std::string StoreEventText(const char* call, std::string_view source,
 // What the host gets in the end: a return or a failure.
 template <typename Value>
 std::string LastLine(const char* what, Value value) {
-  Json line;
+  Json line = Json::object();
   line["on"] = "host";
   line[what] = value;
   return JsonText(line);

@@ -1,17 +1,14 @@
 #include "quillmarsh/cli/sample_command.h"
 
-#include <sys/stat.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <charconv>
-#include <cstdio>
-#include <cstring>
 #include <limits>
 #include <ostream>
 
 #include "quillmarsh/cli/arguments.h"
 #include "quillmarsh/cli/user_error.h"
+#include "quillmarsh/making/new_store.h"
 #include "quillmarsh/sample/household.h"
 #include "quillmarsh/terminal/locale.h"
 #include "quillmarsh/terminal/safe_text.h"
@@ -21,42 +18,6 @@
 
 namespace quillmarsh {
 namespace {
-
-bool IsThere(const std::string& path) {
-  struct stat facts = {};
-  return lstat(path.c_str(), &facts) == 0;
-}
-
-// A file beside the one asked for, which takes its name when it is whole and is removed otherwise.
-class FileInTheMaking {
- public:
-  explicit FileInTheMaking(const std::string& target)
-      : target_(target), path_(target + ".making-" + std::to_string(getpid())) {}
-  ~FileInTheMaking() {
-    if (!done_) {
-      unlink(path_.c_str());
-    }
-  }
-  FileInTheMaking(const FileInTheMaking&) = delete;
-  FileInTheMaking& operator=(const FileInTheMaking&) = delete;
-
-  [[nodiscard]] const std::string& path() const { return path_; }
-
-  // Where nothing may be replaced, a file that has come up meanwhile is not replaced either.
-  void TakeName(bool replace) {
-    const int result = replace ? std::rename(path_.c_str(), target_.c_str())
-                               : link(path_.c_str(), target_.c_str());
-    if (result != 0) {
-      throw UserError("cannot write '" + SafeText(target_) + "': " + std::strerror(errno));
-    }
-    done_ = replace;
-  }
-
- private:
-  std::string target_;
-  std::string path_;
-  bool done_ = false;
-};
 
 std::vector<SettingsDefaults> CatalogueRows() {
   std::vector<SettingsDefaults> rows;
@@ -89,6 +50,28 @@ std::function<void(std::int64_t, std::int64_t)> ProgressOn(std::ostream& err,
   };
 }
 
+void WriteStore(const std::string& path, const HouseholdPlan& plan) {
+  vetlo::StoreBuilder store(path);
+  WriteHousehold(store, plan);
+  store.Finish();
+}
+
+void MakeStore(const SampleArguments& arguments, const HouseholdPlan& plan) {
+  const std::string what = "cannot write '" + SafeText(arguments.file) + "': ";
+  try {
+    NewStore file(arguments.file,
+                  arguments.force ? NewStore::Old::kIsReplaced : NewStore::Old::kStays);
+    WriteStore(file.path(), plan);
+    file.TakeName();
+  } catch (const PlaceTaken& taken) {
+    throw UserError(taken.what() + std::string("; --force removes it"));
+  } catch (const FileError& error) {
+    throw UserError(what + error.what());
+  } catch (const vetlo::Failure& failure) {
+    throw UserError(what + failure.what());
+  }
+}
+
 vetlo::Date LastDay(const std::optional<std::string>& until) {
   return until ? DateArgument("--until", *until)
                : vetlo::DayOf(TerminalPlatform(vetlo::NumberLocale{}).Now());
@@ -111,10 +94,6 @@ std::uint64_t SeedArgument(const std::string& text) {
 void SampleCommand(const SampleArguments& arguments, std::ostream& out, std::ostream& err) {
   RequireWithin("--years", arguments.years, kFewestYears, kMostYears);
   RequireWithin("--transactions", arguments.transactions, kFewestTransactions, kMostTransactions);
-  const std::string name = "'" + SafeText(arguments.file) + "'";
-  if (!arguments.force && IsThere(arguments.file)) {
-    throw UserError(name + " is there already; --force replaces it");
-  }
   HouseholdPlan plan;
   plan.years = static_cast<std::int32_t>(arguments.years);
   plan.transactions = arguments.transactions;
@@ -122,17 +101,10 @@ void SampleCommand(const SampleArguments& arguments, std::ostream& out, std::ost
   plan.today = LastDay(arguments.until);
   plan.catalogue = CatalogueRows();
   plan.progress = ProgressOn(err, arguments.transactions);
-  FileInTheMaking file(arguments.file);
-  try {
-    vetlo::StoreBuilder store(file.path());
-    WriteHousehold(store, plan);
-    store.Finish();
-  } catch (const vetlo::Failure& failure) {
-    throw UserError("cannot write " + name + ": " + failure.what());
-  }
-  file.TakeName(arguments.force);
-  out << "Wrote " << name << ": " << plan.years << (plan.years == 1 ? " year" : " years")
-      << " up to " << vetlo::IsoDateText(plan.today) << ".\n";
+  MakeStore(arguments, plan);
+  out << "Wrote '" << SafeText(arguments.file) << "': " << plan.years
+      << (plan.years == 1 ? " year" : " years") << " up to " << vetlo::IsoDateText(plan.today)
+      << ".\n";
 }
 
 }  // namespace quillmarsh

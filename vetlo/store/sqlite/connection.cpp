@@ -199,11 +199,11 @@ void RaiseStoreFailure(sqlite3* handle, int result) {
     case SQLITE_LOCKED:
       throw Failure(FailureNumber::kStoreUnusable, "another program is using the store; try again");
     case SQLITE_NOTADB:
-      throw Failure(FailureNumber::kStoreUnusable,
-                    "this is no Quillmarsh store: it is no database at all");
+      throw NoSoundDatabase(FailureNumber::kStoreUnusable,
+                            "this is no Quillmarsh store: it is no database at all");
     case SQLITE_CORRUPT:
-      throw Failure(FailureNumber::kStoreUnusable,
-                    "the store is damaged (" + message + "); restore it from a copy");
+      throw NoSoundDatabase(FailureNumber::kStoreUnusable,
+                            "the store is damaged (" + message + "); restore it from a copy");
     case SQLITE_TOOBIG:
       throw Failure(FailureNumber::kStoreUnusable, "the store holds a value that is too long");
     case SQLITE_ERROR:

@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+#include "vetlo/platform/failure.h"
 #include "vetlo/platform/one_of.h"
 #include "vetlo/platform/variant.h"
 #include "vetlo/store/model.h"
@@ -21,8 +22,14 @@ using StoredValue = OneOf<std::monostate, std::int64_t, double, std::string>;
 // How a column of this type stores the value. Fails as the conversions of Variant do.
 StoredValue StoredForm(const Variant& value, ColumnType type);
 
+// A file that is no database, or a damaged one.
+class NoSoundDatabase : public Failure {
+ public:
+  using Failure::Failure;
+};
+
 // Raises what the engine reports: kOverflow for a sum past 64 bits, else kStoreUnusable with a
-// text for the user.
+// text for the user, as NoSoundDatabase where it is that.
 [[noreturn]] void RaiseStoreFailure(sqlite3* handle, int result);
 
 // A prepared statement. It must go before the connection that it was prepared on.

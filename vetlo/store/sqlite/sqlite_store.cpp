@@ -8,12 +8,11 @@
 #include <climits>
 #include <cstdlib>
 #include <cstring>
-#include <fstream>
-#include <iterator>
 #include <map>
 
 #include "vetlo/platform/failure.h"
 #include "vetlo/store/sqlite/connection.h"
+#include "vetlo/store/sqlite/files_beside.h"
 #include "vetlo/store/sqlite/schema.h"
 #include "vetlo/store/sqlite/sqlite_database.h"
 
@@ -47,23 +46,11 @@ std::string ResolvedFile(const std::string& path) {
   return resolved;
 }
 
-// Undoing a change of several files that was broken off takes away the file that such a journal
-// names at its end, whatever that is. No save of a store leaves one.
-void RefuseJournalOfSeveralFiles(const std::string& store) {
-  constexpr std::string_view kEndOfName = "\xd9\xd5\x05\xf9\x20\xa1\x63\xd7";
-  std::ifstream journal(store + "-journal", std::ios::binary);
-  const bool waits = journal.get() > 0;  // what is finished begins with 0
-  std::string end(kEndOfName.size(), '\0');
-  journal.seekg(-static_cast<std::streamoff>(end.size()), std::ios::end);
-  if (waits && journal.read(end.data(), std::ssize(end)) && end == kEndOfName) {
-    RaiseUnusable(
-        "another program broke off a change of this and of other files; undo it with that program "
-        "first");
-  }
-}
-
-// Makes an empty file, and nothing where there is anything of that name.
+// Makes an empty file, and nothing where there is anything of that name or left of another store.
 void MakeFile(const std::string& path) {
+  if (const auto left = FilesBeside(path); !left.empty()) {
+    RaiseUnusable("'" + left.front() + "' is left of another store; remove it");
+  }
   const int file = open(path.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0666);
   if (file < 0) {
     RaiseUnusable(errno == EEXIST ? "there is such a file already" : ReasonOf(errno));
@@ -75,7 +62,7 @@ void MakeFile(const std::string& path) {
 
 std::unique_ptr<Database> OpenStore(const std::string& path, StoreAccess access) {
   const std::string file = ResolvedFile(path);
-  RefuseJournalOfSeveralFiles(file);
+  RequireSaneFilesBeside(file);
   Connection connection = Connection::OpenFile(file, access);
   CheckSchema(connection);
   connection.RestrictToModel(access);

@@ -29,8 +29,9 @@ class StoreBuilder {
 
   // A store in memory, for tests.
   StoreBuilder();
-  // A new file; fails with kStoreUnusable where there is one already or none can be made. The file
-  // is only complete after Finish.
+  // A new file; fails with kStoreUnusable where there is one already, where something is left of
+  // another store of that name (files_beside.h), or where none can be made. The file is only
+  // complete after Finish.
   explicit StoreBuilder(const std::string& path);
   ~StoreBuilder();
   StoreBuilder(StoreBuilder&&) noexcept;

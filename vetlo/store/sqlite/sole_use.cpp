@@ -1,0 +1,74 @@
+#include "vetlo/store/sqlite/sole_use.h"
+
+#include <array>
+#include <filesystem>
+#include <string_view>
+#include <system_error>
+
+#include "vetlo/platform/failure.h"
+#include "vetlo/store/sqlite/files_beside.h"
+#include "vetlo/store/sqlite/input_file.h"
+
+namespace vetlo {
+namespace {
+
+constexpr std::string_view kFirstBytes("SQLite format 3\0", 16);
+
+// What the engine would take for a database, though it may be damaged. An empty file is one.
+bool BeginsAsADatabase(const std::string& path) {
+  const InputFile file(path);
+  if (!file.IsOpen() || file.Facts().st_size == 0) {
+    return true;
+  }
+  std::array<char, kFirstBytes.size()> bytes = {};
+  return file.Read(bytes.data(), bytes.size(), 0) &&
+         std::string_view(bytes.data(), bytes.size()) == kFirstBytes;
+}
+
+// Whatever it is, it may be nothing without them.
+void RequireNothingBeside(const std::string& path) {
+  const auto beside = FilesBeside(path);
+  if (!beside.empty()) {
+    throw Failure(FailureNumber::kStoreUnusable,
+                  "it cannot be read as a database, and '" + beside.front() +
+                      "' beside it may be what it lacks; move both away");
+  }
+}
+
+// Somebody could set up a log between the first two steps; the third tells.
+void TakeAlone(Connection& connection) {
+  connection.Execute("PRAGMA journal_mode = DELETE");
+  connection.Execute("BEGIN EXCLUSIVE");
+  if (connection.QueryInteger("SELECT journal_mode = 'delete' FROM pragma_journal_mode") != 1) {
+    RaiseStoreFailure(connection.handle(), SQLITE_BUSY);
+  }
+}
+
+std::string ResolvedPath(const std::string& path) {
+  std::error_code error;
+  const std::string file = std::filesystem::canonical(path, error);
+  if (error) {
+    throw Failure(FailureNumber::kStoreUnusable, error.message());
+  }
+  return file;
+}
+
+}  // namespace
+
+SoleUse::SoleUse(const std::string& path) {
+  const std::string file = ResolvedPath(path);
+  RequireSaneFilesBeside(file);
+  if (!BeginsAsADatabase(file)) {
+    RequireNothingBeside(file);
+    return;
+  }
+  try {
+    connection_.emplace(Connection::OpenFile(file, StoreAccess::kReadWrite));
+    TakeAlone(*connection_);
+  } catch (const NoSoundDatabase&) {
+    connection_.reset();
+    RequireNothingBeside(file);
+  }
+}
+
+}  // namespace vetlo

@@ -119,7 +119,8 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"ABalancePastAllBounds", 18, kReport,
              "UPDATE Account SET OpeningBalance = 9223372036854775807 WHERE AccountNumber = 3;"
              "UPDATE TransactionRecord SET TransactionType = 10 WHERE TransactionRecordNumber = 3",
-             "too large to be counted"},
+             "too large to be counted; look for one in the store that cannot be right (met at "
+             "TransactionRecord, row 3)"},
         Case{"ATypeOfAccount", 7, kReport,
              "UPDATE Account SET AccountType = 'x' WHERE AccountNumber = 2",
              "no whole number: Account.AccountType, row 2"},

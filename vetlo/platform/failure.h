@@ -44,6 +44,8 @@ class Failure : public std::exception {
       : number_(static_cast<std::int32_t>(number)), text_(std::move(text)) {}
 
   [[nodiscard]] std::int32_t number() const { return number_; }
+  // Whether somebody has said more than the number does.
+  [[nodiscard]] bool HasText() const { return !text_.empty(); }
   // The text that it was raised with, or where there was none what its number means.
   [[nodiscard]] const char* what() const noexcept override {
     return text_.empty() ? MeaningOf(number_) : text_.c_str();

@@ -5,8 +5,15 @@
 #include "vetlo/platform/failure.h"
 
 namespace vetlo {
-
 namespace {
+
+// A place for a text. Where it cannot be had, what failed first is what is told.
+template <typename Ask>
+std::string PlaceIfKnown(const Ask& ask) {
+  std::string place;
+  ResumeNext([&] { place = ask(); });
+  return place;
+}
 
 template <typename Convert>
 auto Converted(Recordset& rec, std::string_view strName, const Convert& convert) {
@@ -15,7 +22,8 @@ auto Converted(Recordset& rec, std::string_view strName, const Convert& convert)
     return convert(value);
   } catch (const Failure& failure) {
     throw Failure(static_cast<FailureNumber>(failure.number()),
-                  failure.what() + (": " + rec.PlaceOf(strName)) + std::string(kMendIt));
+                  failure.what() + (": " + PlaceIfKnown([&] { return rec.PlaceOf(strName); })) +
+                      std::string(kMendIt));
   }
 }
 
@@ -48,13 +56,33 @@ std::string TextFieldOrEmpty(Recordset& rec, std::string_view strName) {
                    [](const Variant& value) { return IsNull(value) ? "" : ToText(value); });
 }
 
+namespace {
+
+void Visit(Recordset& rec, const std::function<void(Recordset&)>& visit) {
+  try {
+    visit(rec);
+  } catch (const NothingThere&) {
+    throw;
+  } catch (const Failure& failure) {
+    const std::string place =
+        failure.HasText() ? "" : PlaceIfKnown([&] { return rec.PlaceOfRow(); });
+    if (place.empty()) {
+      throw;
+    }
+    throw Failure(static_cast<FailureNumber>(failure.number()),
+                  failure.what() + (" (met at " + place) + ")");
+  }
+}
+
+}  // namespace
+
 void ForEachRow(Recordset& rec, const std::function<void(Recordset&)>& visit) {
   if (rec.Bof() && rec.Eof()) {
     return;
   }
   rec.MoveFirst();
   while (!rec.Eof()) {
-    visit(rec);
+    Visit(rec, visit);
     rec.MoveNext();
   }
 }

@@ -53,8 +53,10 @@ class Recordset {
   virtual Variant Fields(std::string_view strName) = 0;
 
   // Where a column of the current row stands, for a user to find it: "Account.Balance, row 3", or
-  // as much of that as is known.
+  // as much of that as is known; and the same of the row alone, "Account, row 3", empty where
+  // nothing is known.
   virtual std::string PlaceOf(std::string_view strName) { return std::string(strName); }
+  virtual std::string PlaceOfRow() { return {}; }
 
   // Changing a table, one row at a time: AddNew or Edit, SetField for each value, Update. Nothing
   // reaches the store before Update. Only on a table recordset of a store open for writing.
@@ -162,7 +164,8 @@ std::string TextField(Recordset& rec, std::string_view strName);
 // A Null is an empty text.
 std::string TextFieldOrEmpty(Recordset& rec, std::string_view strName);
 
-// Walks from the first row to the last.
+// Walks from the first row to the last. What fails on the way without a text, such as a sum that
+// grows too large, gets one that tells the row at which it did.
 void ForEachRow(Recordset& rec, const std::function<void(Recordset&)>& visit);
 
 // A recordset that is closed when it goes, also where a failure makes it go. Where the closing

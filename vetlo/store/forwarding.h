@@ -29,6 +29,7 @@ class ForwardingRecordset : public Recordset {
   bool NoMatch() override { return Rows().NoMatch(); }
   Variant Fields(std::string_view strName) override { return Rows().Fields(strName); }
   std::string PlaceOf(std::string_view strName) override { return Rows().PlaceOf(strName); }
+  std::string PlaceOfRow() override { return Rows().PlaceOfRow(); }
   void AddNew() override { Rows().AddNew(); }
   void Edit() override { Rows().Edit(); }
   void SetField(std::string_view strName, const Variant& value) override {

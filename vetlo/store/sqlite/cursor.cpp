@@ -100,6 +100,12 @@ void Shape::RaiseUnreadable(const Failure& failure, std::size_t column, std::int
                 failure.what() + (": " + PlaceOf(column, rowid)) + std::string(kMendIt));
 }
 
+std::string Shape::PlaceOfRow(std::int64_t rowid) const {
+  return plan_.IsPlain()
+             ? std::string(plan_.sources[0].table->name) + ", row " + std::to_string(rowid)
+             : "";
+}
+
 std::string Shape::PlaceOf(std::size_t column, std::int64_t rowid) const {
   const SelectColumn& place = plan_.columns[column];
   if (!plan_.IsPlain()) {
@@ -183,6 +189,10 @@ Variant Cursor::Value(std::size_t column) {
 
 std::string Cursor::PlaceOf(std::size_t column) {
   return shape_.PlaceOf(column, OnRow() ? RowIdOfColumn(column) : 0);
+}
+
+std::string Cursor::PlaceOfRow() {
+  return shape_.PlaceOfRow(shape_.plan().IsPlain() && OnRow() ? RowId(0) : 0);
 }
 
 std::int64_t Cursor::RowIdOfColumn(std::size_t column) {

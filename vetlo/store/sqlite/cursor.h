@@ -53,6 +53,8 @@ class Shape {
   // Raises the failure of a column that could not be read, with where it stands in its text.
   [[noreturn]] void RaiseUnreadable(const Failure& failure, std::size_t column,
                                     std::int64_t rowid) const;
+  // "Account, row 3" of a row of the first source; empty where a row is of no table.
+  [[nodiscard]] std::string PlaceOfRow(std::int64_t rowid) const;
   // "Account.Balance, row 3"; of a sum, which has no row, its name.
   [[nodiscard]] std::string PlaceOf(std::size_t column, std::int64_t rowid) const;
 
@@ -85,6 +87,7 @@ class Cursor {
   void MoveLast();
   Variant Value(std::size_t column);
   [[nodiscard]] std::string PlaceOf(std::size_t column);
+  [[nodiscard]] std::string PlaceOfRow();
   // The number of the current row in a source; only in a plain plan.
   std::int64_t RowId(std::size_t source);
 

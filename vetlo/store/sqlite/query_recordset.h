@@ -23,6 +23,7 @@ class QueryRecordset : public Recordset {
   void MoveLast() override { Rows().MoveLast(); }
   Variant Fields(std::string_view strName) override;
   std::string PlaceOf(std::string_view strName) override;
+  std::string PlaceOfRow() override { return Rows().PlaceOfRow(); }
 
   // A text has no key, no exact count and no rows to change: these fail with kInvalidCall.
   std::int32_t RecordCount() override;

@@ -268,7 +268,7 @@ void RequireYes(const SettingsRowFacts& row) {
 Parameters ParametersOf(const FavoriteArguments& arguments, vetlo::Database& store,
                         const SettingsRowFacts& row) {
   if (row.group == vetlo::kCallerParametersGroup) {
-    const Parameters given = GivenParameters(arguments.parameter1, arguments.parameter2);
+    Parameters given = GivenParameters(arguments.parameter1, arguments.parameter2);
     RequireSubject(store, row.report_number, given);
     return given;
   }

@@ -6,23 +6,22 @@
 #include <system_error>
 
 #include "vetlo/platform/failure.h"
+#include "vetlo/store/sqlite/database_bytes.h"
 #include "vetlo/store/sqlite/files_beside.h"
-#include "vetlo/store/sqlite/input_file.h"
 
 namespace vetlo {
 namespace {
 
 constexpr std::string_view kFirstBytes("SQLite format 3\0", 16);
 
-// What the engine would take for a database, though it may be damaged. An empty file is one.
+// Whether the engine would take it for a database, though perhaps a damaged one. An empty file is
+// one.
 bool BeginsAsADatabase(const std::string& path) {
-  const InputFile file(path);
-  if (!file.IsOpen() || file.Facts().st_size == 0) {
-    return true;
-  }
+  const DatabaseBytes file(path);
   std::array<char, kFirstBytes.size()> bytes = {};
-  return file.Read(bytes.data(), bytes.size(), 0) &&
-         std::string_view(bytes.data(), bytes.size()) == kFirstBytes;
+  const bool any = file.Read(bytes.data(), 1, 0);
+  return !any || (file.Read(bytes.data(), bytes.size(), 0) &&
+                  std::string_view(bytes.data(), bytes.size()) == kFirstBytes);
 }
 
 // Whatever it is, it may be nothing without them.

@@ -64,7 +64,9 @@ void MakeStore(const SampleArguments& arguments, const HouseholdPlan& plan) {
     WriteStore(file.path(), plan);
     file.TakeName();
   } catch (const PlaceTaken& taken) {
-    throw UserError(taken.what() + std::string("; --force removes it"));
+    const bool is_store = IsThere(arguments.file);
+    throw UserError(std::string(taken.what()) + "; --force " + (is_store ? "replaces" : "removes") +
+                    " it");
   } catch (const FileError& error) {
     throw UserError(what + error.what());
   } catch (const vetlo::Failure& failure) {

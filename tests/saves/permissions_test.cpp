@@ -88,6 +88,20 @@ TEST_F(Permissions, AStoreThatMayNotBeReadSaysSo) {
   ExpectRefused(ShortRow(store_), "permissions");
 }
 
+// Its folder would let him put another file in its place.
+TEST_F(Permissions, AStoreThatMayNotBeWrittenIsNotReplacedEither) {
+  const std::string bytes = ReadFile(store_);
+  fs::permissions(store_, kReading);
+  fs::permissions(folder_.path(), fs::perms::all);
+  ExpectRefused({"sample", store_, "--force"}, "the file may not be written");
+  EXPECT_TRUE(ReadFile(store_) == bytes);
+}
+
+TEST_F(Permissions, AFolderThatMayNotBeWrittenTakesNoSample) {
+  fs::permissions(folder_.path(), kEntering);
+  ExpectRefused({"sample", folder_ / "new.qm"}, "new.qm': ");
+}
+
 // The program too undoes a save that was broken off, whatever it was asked for.
 TEST_F(Permissions, WhoMayWriteUndoesASaveThatWasBrokenOff) {
   RunSql(store_,

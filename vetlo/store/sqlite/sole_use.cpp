@@ -34,8 +34,12 @@ void RequireNothingBeside(const std::string& path) {
   }
 }
 
-// Somebody could set up a log between the first two steps; the third tells.
+// The engine opens a file that may not be written to be read, and lets that be enough. Somebody
+// could set up a log between the next two steps; the last tells.
 void TakeAlone(Connection& connection) {
+  if (sqlite3_db_readonly(connection.handle(), "main") != 0) {
+    RaiseStoreFailure(connection.handle(), SQLITE_READONLY);
+  }
   connection.Execute("PRAGMA journal_mode = DELETE");
   connection.Execute("BEGIN EXCLUSIVE");
   if (connection.QueryInteger("SELECT journal_mode = 'delete' FROM pragma_journal_mode") != 1) {
@@ -45,7 +49,7 @@ void TakeAlone(Connection& connection) {
 
 std::string ResolvedPath(const std::string& path) {
   std::error_code error;
-  const std::string file = std::filesystem::canonical(path, error);
+  std::string file = std::filesystem::canonical(path, error);
   if (error) {
     throw Failure(FailureNumber::kStoreUnusable, error.message());
   }

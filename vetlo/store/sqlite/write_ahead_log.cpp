@@ -11,6 +11,7 @@
 #include <new>
 
 #include "vetlo/platform/failure.h"
+#include "vetlo/store/sqlite/database_bytes.h"
 
 namespace vetlo {
 namespace {
@@ -28,48 +29,13 @@ constexpr off_t kMostBytes = off_t{1} << 30;
   throw Failure(FailureNumber::kStoreUnusable, "the store cannot be read: " + why);
 }
 
-// A regular file, open to be read.
-class InputFile {
- public:
-  explicit InputFile(const std::string& path)
-      : file_(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK)) {}
-  ~InputFile() {
-    if (file_ >= 0) {
-      close(file_);
-    }
+struct stat FactsOf(const std::string& path) {
+  struct stat facts = {};
+  if (stat(path.c_str(), &facts) != 0) {
+    RaiseUnreadable(std::strerror(errno));
   }
-  InputFile(const InputFile&) = delete;
-  InputFile& operator=(const InputFile&) = delete;
-
-  [[nodiscard]] bool IsOpen() const { return file_ >= 0; }
-
-  [[nodiscard]] struct stat Facts() const {
-    struct stat facts = {};
-    if (fstat(file_, &facts) != 0 || !S_ISREG(facts.st_mode)) {
-      RaiseUnreadable("it is no regular file");
-    }
-    return facts;
-  }
-
-  // False where the file has fewer bytes than that.
-  [[nodiscard]] bool Read(unsigned char* bytes, std::size_t size) const {
-    std::size_t done = 0;
-    while (done < size) {
-      const ssize_t count = pread(file_, bytes + done, size - done, static_cast<off_t>(done));
-      if (count < 0 && errno != EINTR) {
-        RaiseUnreadable(std::strerror(errno));
-      }
-      if (count == 0) {
-        return false;
-      }
-      done += count > 0 ? static_cast<std::size_t>(count) : 0;
-    }
-    return true;
-  }
-
- private:
-  int file_;
-};
+  return facts;
+}
 
 bool IsUnchanged(const struct stat& before, const struct stat& after) {
   return before.st_size == after.st_size && before.st_mtim.tv_sec == after.st_mtim.tv_sec &&
@@ -83,10 +49,10 @@ bool MayWrite(const std::string& path) {
 }  // namespace
 
 bool KeepsLog(const std::string& path) {
-  const InputFile file(path);
+  const DatabaseBytes file(path);
   std::array<unsigned char, kEndOfHeader> header = {};
-  return file.IsOpen() && file.Read(header.data(), header.size()) &&
-         header[kFormatVersions] == kWithLog && header[kFormatVersions + 1] == kWithLog;
+  return file.Read(header.data(), header.size(), 0) && header[kFormatVersions] == kWithLog &&
+         header[kFormatVersions + 1] == kWithLog;
 }
 
 bool HasLog(const std::string& path) {
@@ -99,11 +65,8 @@ bool MayTakeLogIn(const std::string& path) {
 }
 
 DatabaseImage ReadWithoutLog(const std::string& path) {
-  const InputFile file(path);
-  if (!file.IsOpen()) {
-    RaiseUnreadable(std::strerror(errno));
-  }
-  const struct stat before = file.Facts();
+  const DatabaseBytes file(path);
+  const struct stat before = FactsOf(path);
   if (before.st_size > kMostBytes) {
     RaiseUnreadable("it is too large for a user who may not write the file and its folder");
   }
@@ -113,8 +76,8 @@ DatabaseImage ReadWithoutLog(const std::string& path) {
   if (image.bytes == nullptr) {
     throw std::bad_alloc();
   }
-  const bool whole = image.size >= kEndOfHeader && file.Read(image.bytes.get(), image.size);
-  if (!whole || !IsUnchanged(before, file.Facts()) || HasLog(path)) {
+  const bool whole = image.size >= kEndOfHeader && file.Read(image.bytes.get(), image.size, 0);
+  if (!whole || !IsUnchanged(before, FactsOf(path)) || HasLog(path)) {
     throw Failure(FailureNumber::kStoreUnusable, "another program is using the store; try again");
   }
   image.bytes.get()[kFormatVersions] = kWithoutLog;

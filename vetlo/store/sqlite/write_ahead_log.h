@@ -12,7 +12,7 @@ namespace vetlo {
 // index of it in shared memory ("-shm"). Whoever reads it makes both files, and only who may write
 // the file and its folder takes them away again.
 
-// Whether a file keeps such a log; false also where it cannot be read.
+// Whether a file keeps such a log. Fails with kStoreUnusable where it cannot be read.
 bool KeepsLog(const std::string& path);
 
 // Whether there is anything in its log.

@@ -80,6 +80,7 @@ SettingsRowFacts ReadRow(Recordset& rec, vetlo::FailureListener& listener) {
 
 std::vector<std::string> NamesOf(const std::vector<SettingsRowFacts>& rows) {
   std::vector<std::string> names;
+  names.reserve(rows.size());
   for (const SettingsRowFacts& row : rows) {
     names.push_back(row.name);
   }

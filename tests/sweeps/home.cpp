@@ -65,7 +65,7 @@ std::string Complaint(const std::string& path) {
 }
 
 std::string ContentsOf(const std::string& path) {
-  if (const std::string complaint = Complaint(path); !complaint.empty()) {
+  if (std::string complaint = Complaint(path); !complaint.empty()) {
     return complaint;
   }
   const vetlo::testing::StoredBytes bytes = vetlo::testing::ReadStoredBytes(path, 1);

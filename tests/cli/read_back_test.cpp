@@ -102,7 +102,7 @@ TEST_F(ReadBack, ThatFailedIsForgottenWithTheNextChange) {
   FailingDatabase failing(*store_, plan);
   SaveTitle(failing, "Plain");
   // Reading back begins where a plain save commits.
-  plan.FailAt(2 * plan.Operations(), FailurePlan::Repeat::kOnce, FailureNumber::kStoreUnusable);
+  plan.FailAt(plan.Operations(), FailurePlan::Repeat::kOnce, FailureNumber::kStoreUnusable);
   ReadBackDatabase read_back(failing);
   SaveTitle(read_back, "Mine");
   EXPECT_NE(ErrorOf(read_back), "");

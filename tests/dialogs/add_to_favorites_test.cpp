@@ -245,8 +245,7 @@ TEST_F(AddToFavorites, ThatFailsWhileItIsSetUpFailsToTheCallerUnshown) {
     FailurePlan plan;
     FailingDatabase failing(*store_, plan);
     const auto rows = failing.OpenRecordset(kRows);
-    plan.FailAt(plan.Operations() + operation, FailurePlan::Repeat::kFromThenOn,
-                FailureNumber::kStoreUnusable);
+    plan.FailAt(operation, FailurePlan::Repeat::kFromThenOn, FailureNumber::kStoreUnusable);
     Show(failing, *rows, [](frmAddToFavorites&) {});
     if (!plan.HasFailed()) {
       break;
@@ -566,8 +565,7 @@ class FailingFavorite : public AddToFavorites, public ::testing::WithParamInterf
     const auto rows = failing_.OpenRecordset(kRows);
     Show(failing_, *rows, [&](frmAddToFavorites& form) {
       form.cboName.Type(GetParam().name);
-      plan_.FailAt(plan_.Operations() + operation, GetParam().repeat,
-                   FailureNumber::kStoreUnusable);
+      plan_.FailAt(operation, GetParam().repeat, FailureNumber::kStoreUnusable);
       form.cmdOK.Click();
       EXPECT_FALSE(form.Visible());
     });

@@ -979,7 +979,7 @@ class FailingSave : public Customize, public ::testing::WithParamInterface<Failu
     plan_.NeverFail();
     const auto rows = failing_.OpenRecordset(kRows);
     Show(failing_, *rows, [&](frmCustomize& form) {
-      plan_.FailAt(plan_.Operations() + operation, GetParam(), FailureNumber::kStoreUnusable);
+      plan_.FailAt(operation, GetParam(), FailureNumber::kStoreUnusable);
       (form.*button).Click();
       EXPECT_FALSE(form.Visible());
     });
@@ -1046,8 +1046,7 @@ TEST_F(Customize, ThatFailsWhileItIsSetUpFailsToTheCallerUnshown) {
     FailurePlan plan;
     FailingDatabase failing(*store_, plan);
     const auto rows = failing.OpenRecordset(kRows);
-    plan.FailAt(plan.Operations() + operation, FailurePlan::Repeat::kOnce,
-                FailureNumber::kStoreUnusable);
+    plan.FailAt(operation, FailurePlan::Repeat::kOnce, FailureNumber::kStoreUnusable);
     Show(failing, *rows, [](frmCustomize&) {});
     if (!plan.HasFailed()) {
       break;

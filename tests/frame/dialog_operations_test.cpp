@@ -169,7 +169,7 @@ TEST_F(CustomizeOperation, IsFalseAndDrawsNothingWhereTheSavingFails) {
   FailurePlan plan;
   FailingDatabase failing(*store_, plan);
   desk_.Customizes([&](frmCustomize& form) {
-    plan.FailAt(plan.Operations() + 1, FailurePlan::Repeat::kOnce, FailureNumber::kStoreUnusable);
+    plan.FailAt(1, FailurePlan::Repeat::kOnce, FailureNumber::kStoreUnusable);
     form.cmdOK.Click();
   });
   EXPECT_FALSE(Customize(failing));
@@ -338,8 +338,7 @@ TEST_F(FavoritesOperation, IsFalseWhereTheSavingFails) {
   const auto rows = failing.OpenRecordset(kRows);
   desk_.AddsToFavorites([&](frmAddToFavorites& form) {
     constexpr std::int64_t kReadingTheSource = 12;
-    plan.FailAt(plan.Operations() + kReadingTheSource + 1, FailurePlan::Repeat::kOnce,
-                FailureNumber::kStoreUnusable);
+    plan.FailAt(kReadingTheSource + 1, FailurePlan::Repeat::kOnce, FailureNumber::kStoreUnusable);
     form.cmdOK.Click();
   });
   EXPECT_FALSE(desk_.component.AddToFavorites(failing, *rows, kRow, "Wealth"));
@@ -476,8 +475,7 @@ TEST(HasBeenCustomizedOperation, FailsToTheCallerWhereverTheStoreFails) {
     FailurePlan plan;
     FailingDatabase failing(*store, plan);
     const auto rows = failing.OpenRecordset(kRows);
-    plan.FailAt(plan.Operations() + operation, FailurePlan::Repeat::kOnce,
-                FailureNumber::kStoreUnusable);
+    plan.FailAt(operation, FailurePlan::Repeat::kOnce, FailureNumber::kStoreUnusable);
     const std::int32_t failure =
         ResumeNext([&] { Desk().component.ChartReportHasBeenCustomized(*rows, kRow); });
     if (!plan.HasFailed()) {

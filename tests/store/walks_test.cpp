@@ -92,15 +92,14 @@ TEST_F(Walks, OfAScopedRecordsetCanEndEarly) {
 
 TEST_F(Walks, ThatEndEarlyPassAFailureToCloseOn) {
   ScopedRecordset rec(failing_, kAllAccounts);
-  plan_.FailAt(plan_.Operations() + 1, FailurePlan::Repeat::kOnce, FailureNumber::kStoreUnusable);
+  plan_.FailAt(1, FailurePlan::Repeat::kOnce, FailureNumber::kStoreUnusable);
   EXPECT_TRUE(Raises(FailureNumber::kStoreUnusable, [&] { rec.Close(); }));
 }
 
 TEST_F(Walks, ThatEndWithTheirScopeKeepAFailureToCloseToThemselves) {
   EXPECT_EQ(ResumeNext([&] {
               const ScopedRecordset rec(failing_, kAllAccounts);
-              plan_.FailAt(plan_.Operations() + 1, FailurePlan::Repeat::kOnce,
-                           FailureNumber::kStoreUnusable);
+              plan_.FailAt(1, FailurePlan::Repeat::kOnce, FailureNumber::kStoreUnusable);
             }),
             0);
   EXPECT_TRUE(plan_.HasFailed());

@@ -18,6 +18,12 @@ class FailingRecordset : public ForwardingRecordset {
   FailingRecordset(const FailingRecordset&) = delete;
   FailingRecordset& operator=(const FailingRecordset&) = delete;
 
+  // To be asked where something stands is no operation on the store.
+  std::string PlaceOf(std::string_view strName) override {
+    return ForwardingRecordset::Rows().PlaceOf(strName);
+  }
+  std::string PlaceOfRow() override { return ForwardingRecordset::Rows().PlaceOfRow(); }
+
   void Close() override {
     plan_.CountClosing();
     ForwardingRecordset::Rows().Close();

@@ -36,7 +36,7 @@ class TableRecordset : public Recordset {
   bool NoMatch() override;
   Variant Fields(std::string_view strName) override;
   std::string PlaceOf(std::string_view strName) override;
-  std::string PlaceOfRow() override { return shapes_.rows->PlaceOfRow(CurrentRowId()); }
+  std::string PlaceOfRow() override { return shapes_.Rows().PlaceOfRow(CurrentRowId()); }
   void AddNew() override;
   void Edit() override;
   void SetField(std::string_view strName, const Variant& value) override;

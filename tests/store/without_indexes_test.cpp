@@ -1,14 +1,13 @@
 #include <gtest/gtest.h>
-#include <sqlite3.h>
-#include <stdlib.h>
 
-#include <filesystem>
 #include <memory>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "quillmarsh/sample/household.h"
+#include "tests/support/plain_store.h"
+#include "tests/support/program.h"
+#include "tests/support/stored_bytes.h"
 #include "vetlo/store/sqlite/sqlite_store.h"
 
 // The indexes of a store make it fast. What it answers does not depend on them.
@@ -29,20 +28,6 @@ quillmarsh::HouseholdPlan Plan() {
 
 enum class Indexes { kAsWritten, kNone, kOthers };
 
-// The statements that drop all indexes of a store but those of its keys.
-std::string DropAll(sqlite3* handle) {
-  std::string drops;
-  const auto add = [](void* to, int, char** values, char**) {
-    static_cast<std::string*>(to)->append("DROP INDEX ").append(values[0]).append(";");
-    return 0;
-  };
-  EXPECT_EQ(sqlite3_exec(handle,
-                         "SELECT name FROM sqlite_schema WHERE type = 'index' AND sql IS NOT NULL",
-                         add, &drops, nullptr),
-            SQLITE_OK);
-  return drops;
-}
-
 // Indexes that tempt the engine to read the rows in other orders.
 constexpr const char* kOtherIndexes =
     "CREATE INDEX a ON TransactionRecord (Total, AccountNumber);"
@@ -52,26 +37,18 @@ constexpr const char* kOtherIndexes =
     "CREATE INDEX e ON AssociatedAccountInfo (AssociatedAccountNumber DESC)";
 
 std::unique_ptr<Database> HouseholdWith(Indexes indexes) {
-  std::string folder = (std::filesystem::temp_directory_path() / "without_indexes_XXXXXX").string();
-  if (mkdtemp(folder.data()) == nullptr) {
-    throw std::runtime_error("no folder for the test");
-  }
-  const std::string path = folder + "/store";
+  const testing::TestFolder folder;
+  const std::string path = folder / "store";
   StoreBuilder builder(path);
   quillmarsh::WriteHousehold(builder, Plan());
   builder.Finish();
-  if (indexes != Indexes::kAsWritten) {
-    sqlite3* handle = nullptr;
-    EXPECT_EQ(sqlite3_open(path.c_str(), &handle), SQLITE_OK);
-    const std::string sql = indexes == Indexes::kNone ? DropAll(handle) : kOtherIndexes;
-    EXPECT_FALSE(sql.empty());
-    EXPECT_EQ(sqlite3_exec(handle, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK);
-    sqlite3_close(handle);
+  if (indexes == Indexes::kNone) {
+    testing::DropIndexes(path);
+  } else if (indexes == Indexes::kOthers) {
+    testing::RunSql(path, kOtherIndexes);
   }
-  auto store = OpenStore(path, StoreAccess::kReadOnly);
   // An open file outlives its name.
-  std::filesystem::remove_all(folder);
-  return store;
+  return OpenStore(path, StoreAccess::kReadOnly);
 }
 
 std::vector<std::string> ColumnsOf(std::string_view table) {
@@ -138,6 +115,11 @@ TEST_P(AnswersWithoutIndexes, AreTheSame) {
     for (const char* reader : {"first", "second"}) {
       EXPECT_TRUE(RowsOf(*other, GetParam().text, GetParam().columns) == expected)
           << reader << " reader of " << GetParam().text;
+    }
+    const Snapshot snapshot(*other);
+    for (const char* reader : {"first", "second", "third", "fourth"}) {
+      EXPECT_TRUE(RowsOf(*other, GetParam().text, GetParam().columns) == expected)
+          << reader << " reader in a snapshot of " << GetParam().text;
     }
   }
 }

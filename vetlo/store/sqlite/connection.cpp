@@ -113,7 +113,10 @@ bool IsAllowed(int action, const char* first, const char* second, bool writable)
     case SQLITE_SAVEPOINT:
       return true;
     case SQLITE_READ:
-      return first != nullptr && FindTable(first) != nullptr;
+      return first != nullptr &&
+             (FindTable(first) != nullptr || std::string_view(first) == kFoundRowsFunction);
+    case SQLITE_PRAGMA:
+      return first != nullptr && std::string_view(first) == "data_version" && second == nullptr;
     case SQLITE_FUNCTION:
       return second != nullptr && std::ranges::find(kFunctions, second) != kFunctions.end();
     case SQLITE_INSERT:
@@ -287,6 +290,23 @@ Variant Statement::Value(int column, ColumnType type) const {
 
 std::int64_t Statement::Integer(int column) const {
   return sqlite3_column_int64(statement_.get(), column);
+}
+
+std::optional<std::int64_t> Statement::StoredInteger(int column) const {
+  return sqlite3_column_type(statement_.get(), column) == SQLITE_INTEGER
+             ? std::optional(sqlite3_column_int64(statement_.get(), column))
+             : std::nullopt;
+}
+
+std::optional<double> Statement::StoredNumber(int column) const {
+  const int type = sqlite3_column_type(statement_.get(), column);
+  return type == SQLITE_INTEGER || type == SQLITE_FLOAT
+             ? std::optional(sqlite3_column_double(statement_.get(), column))
+             : std::nullopt;
+}
+
+bool Statement::IsNull(int column) const {
+  return sqlite3_column_type(statement_.get(), column) == SQLITE_NULL;
 }
 
 Connection::Connection(const std::string& path, int flags) {

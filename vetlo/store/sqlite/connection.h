@@ -4,12 +4,14 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "vetlo/platform/failure.h"
 #include "vetlo/platform/one_of.h"
 #include "vetlo/platform/variant.h"
 #include "vetlo/store/model.h"
+#include "vetlo/store/sqlite/found_rows.h"
 #include "vetlo/store/sqlite/patience.h"
 #include "vetlo/store/sqlite/sqlite_store.h"
 #include "vetlo/store/sqlite/write_ahead_log.h"
@@ -40,6 +42,10 @@ class Statement {
 
   // Parameters count from 1.
   void Bind(int parameter, const StoredValue& value);
+  // The rows must outlive the run.
+  void Bind(int parameter, const FoundRows& rows) {
+    BindFoundRows(statement_.get(), parameter, rows);
+  }
   // True on a row, false behind the last one. A step that fails raises.
   bool Step();
   // Back to before the first row; gives up whatever the statement holds of the store.
@@ -51,6 +57,10 @@ class Statement {
   // kOverflow for one outside its range.
   [[nodiscard]] Variant Value(int column, ColumnType type) const;
   [[nodiscard]] std::int64_t Integer(int column) const;
+  // The value as it was stored; none where that is no whole number, or no number.
+  [[nodiscard]] std::optional<std::int64_t> StoredInteger(int column) const;
+  [[nodiscard]] std::optional<double> StoredNumber(int column) const;
+  [[nodiscard]] bool IsNull(int column) const;
 
  private:
   struct Finalize {

@@ -23,15 +23,35 @@ ColumnSet Bit(std::size_t column) { return ColumnSet{1} << column; }
 }  // namespace
 
 PreparedSelect::PreparedSelect(sqlite3* handle, const SelectPlan& plan, ColumnSet wanted,
-                               Direction wanted_direction)
-    : statement(handle, SelectSql(plan, wanted, wanted_direction)),
+                               Direction wanted_direction, RowsFrom taken_from)
+    : statement(handle, SelectSql(plan, wanted, wanted_direction, taken_from)),
       columns(wanted),
-      direction(wanted_direction) {
+      direction(wanted_direction),
+      from(taken_from) {
   int next = plan.IsPlain() ? static_cast<int>(plan.sources.size()) : 0;
   for (std::size_t i = 0; i < plan.columns.size(); ++i) {
     const bool selected = !plan.IsPlain() || (wanted & Bit(i)) != 0;
     positions.push_back(selected ? next++ : -1);
   }
+}
+
+Shape::Shape(sqlite3* handle, RowFinder* finder, std::string_view text)
+    : plan_(PlanOf(text)), handle_(handle), finder_(finder) {
+  if (finder_ != nullptr) {
+    search_ = finder_->SearchFor(plan_);
+  }
+}
+
+std::optional<FoundRows> Shape::Find(std::span<const StoredValue> values) {
+  return search_ ? finder_->Find(*search_, values) : std::nullopt;
+}
+
+RowsFrom Shape::TakenFrom(const std::optional<FoundRows>& found) const {
+  if (!found) {
+    return RowsFrom::kTable;
+  }
+  return search_->in_order && found->unsure.empty() ? RowsFrom::kFoundRowsInOrder
+                                                    : RowsFrom::kFoundRows;
 }
 
 std::size_t Shape::ColumnNamed(std::string_view name) const {
@@ -49,13 +69,13 @@ std::size_t Shape::ColumnNamed(std::string_view name) const {
   return static_cast<std::size_t>(found - columns.begin());
 }
 
-std::unique_ptr<PreparedSelect> Shape::Take(ColumnSet wanted, Direction direction) {
+std::unique_ptr<PreparedSelect> Shape::Take(ColumnSet wanted, Direction direction, RowsFrom from) {
   const ColumnSet columns = plan_.IsPlain() ? wanted : AllColumns(plan_);
   const auto found = std::ranges::find_if(idle_, [&](const auto& select) {
-    return select->columns == columns && select->direction == direction;
+    return select->columns == columns && select->direction == direction && select->from == from;
   });
   if (found == idle_.end()) {
-    return std::make_unique<PreparedSelect>(handle_, plan_, columns, direction);
+    return std::make_unique<PreparedSelect>(handle_, plan_, columns, direction, from);
   }
   std::unique_ptr<PreparedSelect> select = std::move(*found);
   idle_.erase(found);
@@ -208,9 +228,18 @@ std::int64_t Cursor::RowId(std::size_t source) {
 
 void Cursor::Start(ColumnSet columns, Direction direction) {
   state_ = State::kFailed;  // unless a statement is there and its step comes back
-  select_ = shape_.Take(columns, direction);
+  found_ = shape_.Find(values_);
+  StartAgain(columns, direction);
+}
+
+void Cursor::StartAgain(ColumnSet columns, Direction direction) {
+  state_ = State::kFailed;
+  select_ = shape_.Take(columns, direction, shape_.TakenFrom(found_));
   ordinal_ = 0;
   int parameter = 0;
+  if (found_) {
+    select_->statement.Bind(++parameter, *found_);
+  }
   for (const StoredValue& value : values_) {
     select_->statement.Bind(++parameter, value);
   }
@@ -244,7 +273,7 @@ void Cursor::WalkToLastRow(ColumnSet columns) {
   }
   const std::int64_t rows = ordinal_;
   shape_.GiveBack(std::move(select_));
-  Start(columns, Direction::kForward);
+  StartAgain(columns, Direction::kForward);
   while (ordinal_ < rows && state_ == State::kOnRow) {
     Step();
   }
@@ -259,7 +288,7 @@ bool Cursor::NarrowToLearned() {
   const std::int64_t ordinal = ordinal_;
   shape_.Learn(read_);
   shape_.GiveBack(std::move(select_));
-  Start(read_, Direction::kForward);
+  StartAgain(read_, Direction::kForward);
   SkipShownRows();
   ordinal_ = ordinal + 1;
   return true;

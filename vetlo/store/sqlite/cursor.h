@@ -3,23 +3,28 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "vetlo/platform/failure.h"
 #include "vetlo/store/sqlite/connection.h"
+#include "vetlo/store/sqlite/row_finder.h"
 #include "vetlo/store/sqlite/select_text.h"
 
 namespace vetlo {
 
 // A statement for one set of columns of a plan.
 struct PreparedSelect {
-  PreparedSelect(sqlite3* handle, const SelectPlan& plan, ColumnSet columns, Direction direction);
+  PreparedSelect(sqlite3* handle, const SelectPlan& plan, ColumnSet columns, Direction direction,
+                 RowsFrom from);
 
   Statement statement;
   ColumnSet columns;
   Direction direction;
+  RowsFrom from;
   std::vector<int> positions;  // of each of the plan's columns in the result, -1 where left out
 };
 
@@ -27,8 +32,8 @@ struct PreparedSelect {
 // has ever read, and the statements that are ready to run.
 class Shape {
  public:
-  // Fails as PlanOf does.
-  Shape(sqlite3* handle, std::string_view text) : plan_(PlanOf(text)), handle_(handle) {}
+  // Fails as PlanOf does. The finder is null where the store has its indexes.
+  Shape(sqlite3* handle, RowFinder* finder, std::string_view text);
 
   // Fails with kBadSqlText for a condition that the engine cannot read.
   void Check() { GiveBack(Take(AllColumns(plan_), Direction::kForward)); }
@@ -44,8 +49,14 @@ class Shape {
   [[nodiscard]] std::size_t ColumnNamed(std::string_view name) const;
 
   // A statement that nobody else is using, and its return.
-  std::unique_ptr<PreparedSelect> Take(ColumnSet wanted, Direction direction);
+  std::unique_ptr<PreparedSelect> Take(ColumnSet wanted, Direction direction,
+                                       RowsFrom from = RowsFrom::kTable);
   void GiveBack(std::unique_ptr<PreparedSelect> select) noexcept;
+
+  // The rows of the first source that may be meant with these values, where they have been found,
+  // and how they are taken from there.
+  [[nodiscard]] std::optional<FoundRows> Find(std::span<const StoredValue> values);
+  [[nodiscard]] RowsFrom TakenFrom(const std::optional<FoundRows>& found) const;
 
   // One column of a row of a source, found by its rowid.
   Variant LookUp(std::size_t column, std::int64_t rowid);
@@ -61,6 +72,8 @@ class Shape {
  private:
   SelectPlan plan_;
   sqlite3* handle_;
+  RowFinder* finder_;
+  std::optional<RowSearch> search_;  // none where no rows can be found
   ColumnSet learned_ = 0;
   std::vector<std::unique_ptr<PreparedSelect>> idle_;
   std::map<std::size_t, Statement> look_ups_;  // by column
@@ -94,7 +107,9 @@ class Cursor {
  private:
   enum class State { kUnmoved, kOnRow, kPastEnd, kFailed };
 
+  // Begins a walk, or begins it again over the same rows.
   void Start(ColumnSet columns, Direction direction);
+  void StartAgain(ColumnSet columns, Direction direction);
   void Stop() noexcept;
   void Step();
   // Walks to the end to count the rows, and once more to the last of them.
@@ -109,6 +124,7 @@ class Cursor {
 
   Shape& shape_;
   std::vector<StoredValue> values_;
+  std::optional<FoundRows> found_;  // what the statement looks at, and therefore behind it
   std::unique_ptr<PreparedSelect> select_;
   State state_ = State::kUnmoved;
   std::int64_t ordinal_ = 0;  // of the current row, the first or the only one shown being 1

@@ -1,6 +1,7 @@
 #include "vetlo/store/sqlite/schema.h"
 
 #include <array>
+#include <functional>
 #include <set>
 
 #include "vetlo/platform/failure.h"
@@ -11,51 +12,56 @@ namespace {
 
 struct Index {
   std::string_view name;
-  std::string_view on;
+  std::string_view table;
+  std::string_view columns;
+  std::string_view condition = {};  // with its keyword
 };
 
 // Each index holds all that its readers read, so that they never go to the table's own rows.
 constexpr std::array kIndexes = {
     // What moved an account's own cash up to a date.
-    Index{"TransactionsOfAccount",
-          "TransactionRecord (AccountNumber, TransactionDate, TransactionRecordType, "
-          "TransactionType, ToOrFundAccountNumber, Total)"},
+    Index{"TransactionsOfAccount", "TransactionRecord",
+          "AccountNumber, TransactionDate, TransactionRecordType, TransactionType, "
+          "ToOrFundAccountNumber, Total"},
     // What moved an account's cash from the other end.
-    Index{"TransactionsOfOtherAccount",
-          "TransactionRecord (ToOrFundAccountNumber, TransactionDate, TransactionRecordType, "
-          "TransactionType, AccountNumber, Total)"},
+    Index{"TransactionsOfOtherAccount", "TransactionRecord",
+          "ToOrFundAccountNumber, TransactionDate, TransactionRecordType, TransactionType, "
+          "AccountNumber, Total"},
     // What moved an account's holdings.
-    Index{"TransactionsOfHolding",
-          "TransactionRecord (AccountNumber, AccountItemNumber, TransactionRecordType, "
-          "TransactionType, TransactionDate, Quantity) WHERE AccountItemNumber IS NOT NULL"},
+    Index{"TransactionsOfHolding", "TransactionRecord",
+          "AccountNumber, AccountItemNumber, TransactionRecordType, TransactionType, "
+          "TransactionDate, Quantity",
+          " WHERE AccountItemNumber IS NOT NULL"},
     // What came in or went out in a period.
-    Index{"TransactionsOfType",
-          "TransactionRecord (TransactionType, TransactionDate, TransactionRecordType, "
-          "AccountNumber, ToOrFundAccountNumber, CategoryNumber, Total)"},
+    Index{"TransactionsOfType", "TransactionRecord",
+          "TransactionType, TransactionDate, TransactionRecordType, AccountNumber, "
+          "ToOrFundAccountNumber, CategoryNumber, Total"},
     // The same of one category, and of its records without a subcategory.
-    Index{"TransactionsOfCategory",
-          "TransactionRecord (CategoryNumber, TransactionType, TransactionDate, "
-          "SubCategoryNumber, TransactionRecordType, AccountNumber, ToOrFundAccountNumber, "
-          "Total)"},
-    Index{"TransactionsOfSubCategory",
-          "TransactionRecord (SubCategoryNumber, TransactionType, TransactionDate, "
-          "TransactionRecordType, AccountNumber, ToOrFundAccountNumber, Total) "
-          "WHERE SubCategoryNumber IS NOT NULL"},
-    Index{"SubCategoriesOfCategory", "SubCategory (CategoryNumber)"},
+    Index{"TransactionsOfCategory", "TransactionRecord",
+          "CategoryNumber, TransactionType, TransactionDate, SubCategoryNumber, "
+          "TransactionRecordType, AccountNumber, ToOrFundAccountNumber, Total"},
+    Index{"TransactionsOfSubCategory", "TransactionRecord",
+          "SubCategoryNumber, TransactionType, TransactionDate, TransactionRecordType, "
+          "AccountNumber, ToOrFundAccountNumber, Total",
+          " WHERE SubCategoryNumber IS NOT NULL"},
+    Index{"SubCategoriesOfCategory", "SubCategory", "CategoryNumber"},
     // What went between the household and a payee. The records of a day stand in the order of their
     // numbers, which is how a text ordered by the day shows them: nothing is left to sort.
-    Index{"TransactionsOfPayee",
-          "TransactionRecord (PayeeNumber, TransactionRecordType, TransactionDate, "
-          "TransactionRecordNumber, TransactionType, AccountNumber, ToOrFundAccountNumber, "
-          "Total)"},
+    Index{"TransactionsOfPayee", "TransactionRecord",
+          "PayeeNumber, TransactionRecordType, TransactionDate, TransactionRecordNumber, "
+          "TransactionType, AccountNumber, ToOrFundAccountNumber, Total"},
     // What an investment cost and brought.
-    Index{"TransactionsOfItem",
-          "TransactionRecord (AccountItemNumber, TransactionType, TransactionRecordType, "
-          "AccountNumber, Total) WHERE AccountItemNumber IS NOT NULL"},
-    Index{"ItemsOfType", "AccountItem (AccountItemTypeNumber)"},
-    Index{"PricesOfItem", "PriceRecord (AccountItemNumber, PriceTypeNumber, PriceDate, Price)"},
-    Index{"AccountsServed", "AssociatedAccountInfo (AccountNumber)"},
+    Index{"TransactionsOfItem", "TransactionRecord",
+          "AccountItemNumber, TransactionType, TransactionRecordType, AccountNumber, Total",
+          " WHERE AccountItemNumber IS NOT NULL"},
+    Index{"ItemsOfType", "AccountItem", "AccountItemTypeNumber"},
+    Index{"PricesOfItem", "PriceRecord", "AccountItemNumber, PriceTypeNumber, PriceDate, Price"},
+    Index{"AccountsServed", "AssociatedAccountInfo", "AccountNumber"},
 };
+
+std::string_view FirstColumn(const Index& index) {
+  return index.columns.substr(0, index.columns.find(','));
+}
 
 std::string_view DeclaredType(ColumnType type) {
   static constexpr std::array<std::string_view, 7> kNames = {
@@ -111,6 +117,17 @@ std::string Folded(std::string name) {
   throw Failure(FailureNumber::kStoreUnusable, "this is no Quillmarsh store: " + why);
 }
 
+void ForEachName(Connection& connection, const std::string& sql,
+                 const std::function<void(const std::string& name)>& visit) {
+  Statement statement(connection.handle(), sql);
+  while (statement.Step()) {
+    // What an expression begins with has no name.
+    if (const Variant name = statement.Value(0, ColumnType::kText); !IsNull(name)) {
+      visit(ToText(name));
+    }
+  }
+}
+
 // The columns of every real table with numbered rows (no view, nothing virtual), folded.
 struct FoundColumns {
   std::set<std::string> names;                // "table.column"
@@ -162,8 +179,34 @@ void CreateSchema(Connection& connection) {
 void CreateIndexes(Connection& connection) {
   for (const Index& index : kIndexes) {
     connection.Execute("CREATE INDEX IF NOT EXISTS " + std::string(index.name) + " ON " +
-                       std::string(index.on));
+                       std::string(index.table) + " (" + std::string(index.columns) + ")" +
+                       std::string(index.condition));
   }
+}
+
+std::vector<IndexedColumn> ColumnsOfMissingIndexes(Connection& connection) {
+  std::set<std::string> missing;
+  for (const Index& index : kIndexes) {
+    missing.insert(std::string(index.name));
+  }
+  ForEachName(connection, "SELECT name FROM sqlite_schema WHERE type = 'index'",
+              [&](const std::string& name) { missing.erase(name); });
+  if (missing.empty()) {
+    return {};
+  }
+  std::set<std::string> first_columns;
+  ForEachName(connection,
+              "SELECT i.tbl_name || '.' || c.name FROM sqlite_schema AS i, "
+              "pragma_index_info(i.name) AS c WHERE i.type = 'index' AND c.seqno = 0",
+              [&](const std::string& name) { first_columns.insert(Folded(name)); });
+  std::vector<IndexedColumn> columns;
+  for (const Index& index : kIndexes) {
+    const Table& table = *FindTable(index.table);
+    const std::string name = std::string(index.table) + "." + std::string(FirstColumn(index));
+    columns.push_back(
+        {&table, FindColumn(table, FirstColumn(index)), first_columns.contains(Folded(name))});
+  }
+  return columns;
 }
 
 void CheckSchema(Connection& connection) {

@@ -1,7 +1,8 @@
 #pragma once
 
-#include <string>
+#include <vector>
 
+#include "vetlo/store/model.h"
 #include "vetlo/store/sqlite/connection.h"
 
 namespace vetlo {
@@ -11,6 +12,16 @@ void CreateSchema(Connection& connection);
 
 // Makes the indexes that are not there yet. A store without them gives the same figures, slowly.
 void CreateIndexes(Connection& connection);
+
+// A column that one of our indexes begins with, and whether any index of a store does.
+struct IndexedColumn {
+  const Table* table = nullptr;
+  const Column* column = nullptr;
+  bool has_index = false;
+};
+
+// Those of a store that lacks some of our indexes; none where all are there.
+std::vector<IndexedColumn> ColumnsOfMissingIndexes(Connection& connection);
 
 // Fails with kStoreUnusable unless the database is a store of a version that we know, with all
 // tables and columns of the model.

@@ -6,6 +6,7 @@
 
 #include "vetlo/platform/date.h"
 #include "vetlo/platform/failure.h"
+#include "vetlo/store/sqlite/found_rows.h"
 
 namespace vetlo {
 namespace {
@@ -337,9 +338,87 @@ class Parser {
     if (!Accept("WHERE")) {
       return;
     }
-    plan_.where = " WHERE";
+    const std::size_t start = at_;
     while (at_ < tokens_.size() && !Is("ORDER")) {
       plan_.where += ' ' + ReadWhereToken();
+    }
+    const std::size_t end = at_;
+    if (start == end) {
+      RaiseBadText("without a condition where one is needed");
+    }
+    ReadConditions(start, end);
+    at_ = end;
+  }
+
+  // Reads once more what stands between, for the conditions that are joined with AND alone.
+  void ReadConditions(std::size_t start, std::size_t end) {
+    int depth = 0;
+    std::size_t part = start;
+    std::size_t values = 0;
+    std::size_t values_before_part = 0;
+    for (std::size_t i = start; i <= end; ++i) {
+      at_ = i;
+      const bool outside = depth == 0;
+      if (outside && Is("OR") && i < end) {
+        plan_.conditions.clear();
+        return;
+      }
+      if (i == end || (outside && Is("AND"))) {
+        at_ = part;
+        ReadCondition(i, values_before_part);
+        part = i + 1;
+        values_before_part = values;
+        continue;
+      }
+      depth += Is("(") ? 1 : 0;
+      depth -= Is(")") ? 1 : 0;
+      values += Is("?") ? std::size_t{1} : 0;
+    }
+  }
+
+  // "column op ?"
+  struct Comparison {
+    FoundColumn column;
+    std::string_view op;
+  };
+
+  // None for anything else.
+  std::optional<Comparison> ReadComparison() {
+    static constexpr std::array<std::string_view, 5> kOperators = {"=", "<", "<=", ">", ">="};
+    if (at_ == tokens_.size() || !IsNameStart(tokens_[at_][0]) || Is("NOT") || Is("ISNULL")) {
+      return std::nullopt;
+    }
+    Comparison read{ReadColumn(), {}};
+    for (const std::string_view op : kOperators) {
+      read.op = Is(op) ? op : read.op;
+    }
+    const bool whole = !read.op.empty() && Accept(read.op) && Accept("?");
+    return whole ? std::optional(read) : std::nullopt;
+  }
+
+  // Keeps the condition that ends there where it is a plain one: a comparison, or in brackets some
+  // that ask whether one column equals one of several values, the first of which is that.
+  void ReadCondition(std::size_t end, std::size_t value) {
+    const bool in_brackets = Accept("(");
+    Condition condition;
+    do {
+      const auto read = ReadComparison();
+      if (!read) {
+        return;
+      }
+      const auto& [column, op] = *read;
+      const bool first = condition.values.empty();
+      const bool alike = column.source == condition.source && column.column == condition.column;
+      if (!first && (!alike || op != "=" || condition.op != "=")) {
+        return;
+      }
+      condition.source = column.source;
+      condition.column = column.column;
+      condition.op = op;
+      condition.values.push_back(value++);
+    } while (in_brackets && Accept("OR"));
+    if ((!in_brackets || Accept(")")) && at_ == end) {
+      plan_.conditions.push_back(std::move(condition));
     }
   }
 
@@ -382,7 +461,8 @@ class Parser {
 
   void AddOrder(const FoundColumn& found, bool descending) {
     const bool text = found.column->type == ColumnType::kText;
-    plan_.order.push_back({SqlOf(found) + (text ? " COLLATE NOCASE" : ""), descending});
+    plan_.order.push_back(
+        {SqlOf(found) + (text ? " COLLATE NOCASE" : ""), descending, found.column});
   }
 
   // Without an order of its own a text shows the first table's key order, ties fall in the order
@@ -400,7 +480,7 @@ class Parser {
     }
     for (const SelectSource& source : plan_.sources) {
       const std::string rowid = Quoted(source.alias) + ".rowid";
-      plan_.order.push_back({plan_.distinct ? "min(" + rowid + ")" : rowid, false});
+      plan_.order.push_back({plan_.distinct ? "min(" + rowid + ")" : rowid, false, nullptr});
     }
   }
 
@@ -410,10 +490,10 @@ class Parser {
 };
 
 template <typename Items, typename Write>
-std::string Joined(const Items& items, const Write& write) {
+std::string Joined(const Items& items, const std::string& link, const Write& write) {
   std::string text;
   for (const auto& item : items) {
-    text += (text.empty() ? "" : ", ") + write(item);
+    text += (text.empty() ? "" : link) + write(item);
   }
   return text;
 }
@@ -429,7 +509,12 @@ ColumnSet AllColumns(const SelectPlan& plan) {
                                              : (ColumnSet{1} << plan.columns.size()) - 1;
 }
 
-std::string SelectSql(const SelectPlan& plan, ColumnSet columns, Direction direction) {
+namespace {
+
+// Found rows go by a name that no text can give to a table.
+constexpr const char* kFound = "\"found rows\"";
+
+std::string ItemsSql(const SelectPlan& plan, ColumnSet columns) {
   std::vector<std::string> items;
   if (plan.IsPlain()) {
     for (const SelectSource& source : plan.sources) {
@@ -441,21 +526,48 @@ std::string SelectSql(const SelectPlan& plan, ColumnSet columns, Direction direc
       items.push_back(plan.columns[i].sql);
     }
   }
+  return Joined(items, ", ", [](const std::string& item) { return item; });
+}
+
+// The tables and the conditions. Where the first table's rows have been found, the walk is to go
+// over those, whatever else the engine could think of.
+std::string FromSql(const SelectPlan& plan, RowsFrom from) {
+  const bool found = from != RowsFrom::kTable;
+  std::string sql =
+      " FROM " +
+      (found ? std::string(kFoundRowsFunction) + "(?) AS " + kFound + " CROSS JOIN " : "");
+  sql += Joined(plan.sources, found ? " CROSS JOIN " : ", ", [](const SelectSource& source) {
+    return Quoted(source.table->name) + " AS " + Quoted(source.alias);
+  });
+  if (found) {
+    sql += " WHERE " + Quoted(plan.sources[0].alias) + ".rowid = " + kFound + ".number";
+    return plan.where.empty() ? sql : sql + " AND (" + plan.where + ")";
+  }
+  return plan.where.empty() ? sql : sql + " WHERE" + plan.where;
+}
+
+std::string OrderSql(const SelectPlan& plan, Direction direction, RowsFrom from) {
   const bool last_first = direction == Direction::kLastRowFirst;
-  std::string sql = "SELECT " + Joined(items, [](const std::string& item) { return item; });
-  sql += " FROM " + Joined(plan.sources, [](const SelectSource& source) {
-           return Quoted(source.table->name) + " AS " + Quoted(source.alias);
-         });
-  sql += plan.where;
+  const auto write = [&](const OrderTerm& term) {
+    return term.sql + (term.descending != last_first ? " DESC" : "");
+  };
+  if (from == RowsFrom::kFoundRowsInOrder) {
+    return " ORDER BY " + write({std::string(kFound) + ".place"});
+  }
+  return plan.order.empty() ? "" : " ORDER BY " + Joined(plan.order, ", ", write);
+}
+
+}  // namespace
+
+std::string SelectSql(const SelectPlan& plan, ColumnSet columns, Direction direction,
+                      RowsFrom from) {
+  std::string sql = "SELECT " + ItemsSql(plan, columns) + FromSql(plan, from);
   if (plan.distinct) {
-    sql += " GROUP BY " + Joined(plan.columns, [](const SelectColumn& item) { return item.sql; });
+    sql += " GROUP BY " +
+           Joined(plan.columns, ", ", [](const SelectColumn& item) { return item.sql; });
   }
-  if (!plan.order.empty()) {
-    sql += " ORDER BY " + Joined(plan.order, [&](const OrderTerm& term) {
-             return term.sql + (term.descending != last_first ? " DESC" : "");
-           });
-  }
-  return sql + (last_first ? " LIMIT 1" : "");
+  return sql + OrderSql(plan, direction, from) +
+         (direction == Direction::kLastRowFirst ? " LIMIT 1" : "");
 }
 
 }  // namespace vetlo

@@ -40,6 +40,19 @@ struct SelectColumn {
 struct OrderTerm {
   std::string sql;
   bool descending = false;
+  const Column* column = nullptr;  // null for the rows' own numbers
+};
+
+// One of the conditions that a text joins with AND: whatever else it asks for, each row of the
+// result meets it.
+//
+//   TransactionDate<= ?                         "<=" and the place of a value among the text's
+//   (TransactionType= ? OR TransactionType= ?)  "=" and the places of two, one of which it is
+struct Condition {
+  std::size_t source = 0;
+  const Column* column = nullptr;
+  std::string_view op;  // one of =, <, <=, >, >=
+  std::vector<std::size_t> values;
 };
 
 // What a shape asks for, in terms that the engine's own SQL is written from.
@@ -48,8 +61,9 @@ struct SelectPlan {
   std::vector<SelectColumn> columns;
   bool distinct = false;
   bool sums = false;
-  std::string where;             // with its keyword, or empty
-  std::vector<OrderTerm> order;  // none where the order is free
+  std::string where;                  // without its keyword; empty where all rows are meant
+  std::vector<Condition> conditions;  // those that are plain
+  std::vector<OrderTerm> order;       // none where the order is free
 
   // True where each row of the result is a row of the sources, so that columns that nobody reads
   // can be left out.
@@ -68,8 +82,13 @@ SelectPlan PlanOf(std::string_view shape);
 
 enum class Direction { kForward, kLastRowFirst };
 
+// Where the rows of the first source are taken from: from its table, or just those that have been
+// found by their numbers (vetlo/store/sqlite/found_rows.h), perhaps in the plan's own order.
+enum class RowsFrom { kTable, kFoundRows, kFoundRowsInOrder };
+
 // The engine's SQL for the columns asked for. In a plain plan the sources' rowids stand in front
-// of them; of any other plan the result has all columns.
-std::string SelectSql(const SelectPlan& plan, ColumnSet columns, Direction direction);
+// of them; of any other plan the result has all columns. Found rows are the first parameter.
+std::string SelectSql(const SelectPlan& plan, ColumnSet columns, Direction direction,
+                      RowsFrom from = RowsFrom::kTable);
 
 }  // namespace vetlo

@@ -47,6 +47,9 @@ void SqliteDatabase::HoldSnapshot() {
       Run(*begin_);
     }
     snapshot_has_begun_ = begins;
+    if (begins && finder_ != nullptr) {
+      finder_->BeginSnapshot();
+    }
     ++snapshot_number_;
   }
   ++snapshots_;
@@ -55,6 +58,9 @@ void SqliteDatabase::HoldSnapshot() {
 void SqliteDatabase::ReleaseSnapshot() noexcept {
   --snapshots_;
   if (snapshots_ == 0 && snapshot_has_begun_) {
+    if (finder_ != nullptr) {
+      finder_->EndSnapshot();
+    }
     ResumeNext([this] { Run(*commit_); });
   }
 }
@@ -101,7 +107,7 @@ Shape& SqliteDatabase::ShapeFor(const std::string& shape, TextFrom from) {
   if (found != shapes_.end()) {
     return *found->second;
   }
-  auto made = std::make_unique<Shape>(connection_.handle(), shape);
+  auto made = std::make_unique<Shape>(connection_.handle(), finder_.get(), shape);
   if (from == TextFrom::kOutside) {
     made->Check();
   }

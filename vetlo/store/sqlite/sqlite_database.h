@@ -37,7 +37,9 @@ class TableShapes {
 // A store in a SQLite database.
 class SqliteDatabase : public Database {
  public:
-  explicit SqliteDatabase(Connection connection) : connection_(std::move(connection)) {}
+  // The finder is null where the store has its indexes.
+  explicit SqliteDatabase(Connection connection, std::unique_ptr<RowFinder> finder = nullptr)
+      : connection_(std::move(connection)), finder_(std::move(finder)) {}
 
   using Database::OpenRecordset;
   std::unique_ptr<Recordset> OpenRecordset(std::string_view strSource, RecordsetType type) override;
@@ -64,6 +66,7 @@ class SqliteDatabase : public Database {
   [[nodiscard]] bool InTransaction() const;
 
   Connection connection_;
+  std::unique_ptr<RowFinder> finder_;
   // How a snapshot begins and ends; made for the first one and kept.
   std::optional<Statement> begin_;
   std::optional<Statement> commit_;

@@ -65,8 +65,12 @@ std::unique_ptr<Database> OpenStore(const std::string& path, StoreAccess access)
   RequireSaneFilesBeside(file);
   Connection connection = Connection::OpenFile(file, access);
   CheckSchema(connection);
+  std::unique_ptr<RowFinder> finder;
+  if (const auto columns = ColumnsOfMissingIndexes(connection); !columns.empty()) {
+    finder = std::make_unique<RowFinder>(connection.handle(), columns);
+  }
   connection.RestrictToModel(access);
-  return std::make_unique<SqliteDatabase>(std::move(connection));
+  return std::make_unique<SqliteDatabase>(std::move(connection), std::move(finder));
 }
 
 class StoreBuilder::Impl {

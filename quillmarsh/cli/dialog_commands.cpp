@@ -50,7 +50,7 @@ class OpenedForChange {
   void Work(DialogUser& user, const Operation& operation) {
     DialogPlatform platform(user);
     vetlo::Tamo component = LoadComponent().NewTamo(platform);
-    const bool saved = operation(component);
+    const bool saved = IsSavedBy([&] { return operation(component); });
     if (!saved && !kept_.Failures().empty() && !user.Messages().empty()) {
       throw UserError(user.Messages().front() + " (" + kept_.Failures().front().Text() + ")");
     }
@@ -61,6 +61,21 @@ class OpenedForChange {
   }
 
  private:
+  // What fails behind a save does not undo it: it is told beside what was saved.
+  template <typename Operation>
+  bool IsSavedBy(const Operation& operation) {
+    try {
+      return operation();
+    } catch (const vetlo::Failure& failure) {
+      if (!read_back_.HasChanged()) {
+        throw;
+      }
+      const std::string text = "the change was saved, and then: " + std::string(failure.what());
+      kept_.OnFailure(failure.number(), text.c_str());
+      return true;
+    }
+  }
+
   std::unique_ptr<vetlo::Database> store_;
   ReadBackDatabase read_back_;
   vetlo::KeptStore kept_;

@@ -16,6 +16,7 @@ void ReadBackDatabase::CommitTrans() {
     }
   }
   ForwardingDatabase::CommitTrans();
+  changed_ = true;
 }
 
 const std::vector<SettingsRowFacts>& ReadBackDatabase::Rows() const {

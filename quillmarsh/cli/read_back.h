@@ -19,6 +19,9 @@ class ReadBackDatabase : public vetlo::ForwardingDatabase {
   // Rows that cannot be read back keep no change from being made.
   void CommitTrans() override;
 
+  // Whether a change was made, whatever has failed behind it.
+  [[nodiscard]] bool HasChanged() const { return changed_; }
+
   // The rows as the last change left them. Fails with a UserError, which says that the change was
   // saved all the same, where they could not be read.
   [[nodiscard]] const std::vector<SettingsRowFacts>& Rows() const;
@@ -26,6 +29,7 @@ class ReadBackDatabase : public vetlo::ForwardingDatabase {
  private:
   std::vector<SettingsRowFacts> rows_;
   std::optional<std::string> failure_;
+  bool changed_ = false;
 };
 
 }  // namespace quillmarsh

@@ -68,7 +68,9 @@ TEST_F(ReadBack, IsWhatWasSaved) {
 TEST_F(ReadBack, IsWhatThisProgramSavedWhereAnotherSavesBehindIt) {
   OvertakenDatabase overtaken(*store_);
   ReadBackDatabase read_back(overtaken);
+  EXPECT_FALSE(read_back.HasChanged());
   SaveTitle(read_back, "Mine");
+  EXPECT_TRUE(read_back.HasChanged());
   EXPECT_EQ(StoredTitle(), "Another's");
   EXPECT_EQ(TitleOf(read_back.Rows()), "Mine");
 }
@@ -119,6 +121,7 @@ TEST_F(ReadBack, OfAChangeThatFailedIsNotToldAsSaved) {
   Uncommitting uncommitting(*store_);
   ReadBackDatabase read_back(uncommitting);
   EXPECT_TRUE(Raises(FailureNumber::kStoreUnusable, [&] { SaveTitle(read_back, "Mine"); }));
+  EXPECT_FALSE(read_back.HasChanged());
   EXPECT_EQ(StoredTitle(), "Old");
 }
 

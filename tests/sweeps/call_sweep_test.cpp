@@ -19,7 +19,9 @@ std::string Described(const Plan& plan) {
 }
 
 // A file that has not taken its name. Where it cannot be removed it stays.
-bool IsInTheMaking(const std::string& name) { return name.find(".making-") != std::string::npos; }
+bool IsInTheMaking(const std::string& name) {
+  return name.find("quillmarsh-making-") != std::string::npos;
+}
 
 // The files that are not as they were, a line each.
 std::string Differences(const Home::Contents& before, const Home::Contents& after) {

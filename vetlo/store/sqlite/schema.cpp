@@ -128,40 +128,51 @@ void ForEachName(Connection& connection, const std::string& sql,
   }
 }
 
-// The columns of every real table with numbered rows (no view, nothing virtual), folded.
-struct FoundColumns {
-  std::set<std::string> names;                // "table.column"
-  std::set<std::string> tables_that_compute;  // that have a column which no writer fills
+// The real tables with numbered rows (no view, nothing virtual), and those among them that cannot
+// be taken; all folded.
+struct FoundTables {
+  std::set<std::string> real;
+  std::set<std::string> computing;  // have a column that no writer fills
+  std::set<std::string> hiding;     // call a column by the name of the rows' numbers
 };
 
-FoundColumns ColumnsOfTables(Connection& connection) {
+FoundTables TablesOf(Connection& connection) {
+  // Of each table its first column, and any that is of these kinds.
   Statement statement(connection.handle(),
-                      "SELECT t.name, c.name, c.hidden FROM pragma_table_list AS t, "
-                      "pragma_table_xinfo(t.name) AS c "
-                      "WHERE t.schema = 'main' AND t.type = 'table' AND t.wr = 0");
-  FoundColumns found;
+                      "SELECT t.name, c.hidden <> 0, c.name = 'rowid' COLLATE NOCASE "
+                      "FROM pragma_table_list AS t, pragma_table_xinfo(t.name) AS c "
+                      "WHERE t.schema = 'main' AND t.type = 'table' AND t.wr = 0 "
+                      "AND (c.cid = 0 OR c.hidden <> 0 OR c.name = 'rowid' COLLATE NOCASE)");
+  FoundTables found;
   while (statement.Step()) {
     const std::string table = Folded(ToText(statement.Value(0, ColumnType::kText)));
-    found.names.insert(table + "." + Folded(ToText(statement.Value(1, ColumnType::kText))));
+    found.real.insert(table);
+    if (statement.Integer(1) != 0) {
+      found.computing.insert(table);
+    }
     if (statement.Integer(2) != 0) {
-      found.tables_that_compute.insert(table);
+      found.hiding.insert(table);
     }
   }
   return found;
 }
 
-void CheckTable(const Table& table, const FoundColumns& found) {
+void CheckTable(Connection& connection, const Table& table, const FoundTables& found) {
   const std::string name(table.name);
-  if (found.names.contains(Folded(name) + ".rowid")) {
+  if (found.hiding.contains(Folded(name))) {
     RaiseNotOurs("its table " + name + " hides the numbers of its rows");
   }
   for (const Column& column : table.columns) {
-    if (!found.names.contains(Folded(name + "." + std::string(column.name)))) {
+    const bool there = found.real.contains(Folded(name)) &&
+                       sqlite3_table_column_metadata(connection.handle(), "main", table.name.data(),
+                                                     column.name.data(), nullptr, nullptr, nullptr,
+                                                     nullptr, nullptr) == SQLITE_OK;
+    if (!there) {
       RaiseNotOurs("it has no table " + name + " with a column " + std::string(column.name));
     }
   }
   // Whoever reads or writes a row would have to work out what the store's maker put there.
-  if (found.tables_that_compute.contains(Folded(name))) {
+  if (found.computing.contains(Folded(name))) {
     RaiseNotOurs("its table " + name + " computes a column by itself");
   }
 }
@@ -218,9 +229,9 @@ void CheckSchema(Connection& connection) {
     throw Failure(FailureNumber::kStoreUnusable,
                   "this store was written by a newer Quillmarsh; update this one");
   }
-  const FoundColumns found = ColumnsOfTables(connection);
+  const FoundTables found = TablesOf(connection);
   for (const Table& table : StoreTables()) {
-    CheckTable(table, found);
+    CheckTable(connection, table, found);
   }
 }
 

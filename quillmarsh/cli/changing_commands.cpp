@@ -6,6 +6,7 @@
 #include "quillmarsh/cli/dialog_commands.h"
 #include "quillmarsh/cli/program.h"
 #include "quillmarsh/cli/sample_command.h"
+#include "quillmarsh/cli/tidy_command.h"
 
 namespace quillmarsh {
 namespace {
@@ -68,6 +69,17 @@ void AddUnfavorite(CLI::App& app, Program& program) {
   RunsWith(*command, program, arguments, UnfavoriteCommand);
 }
 
+void AddTidy(CLI::App& app, Program& program) {
+  auto arguments = std::make_shared<TidyArguments>();
+  CLI::App* const command = app.add_subcommand(
+      "tidy",
+      "Put the indexes into a store that another tool has written without them. It shows the same "
+      "with them, faster.");
+  AddExample(*command, "tidy home.qm");
+  command->add_option("FILE", arguments->store, kStoreHelp)->required();
+  RunsWith(*command, program, arguments, TidyCommand);
+}
+
 }  // namespace
 
 void AddSample(CLI::App& app, Program& program) {
@@ -100,6 +112,7 @@ void AddChangingCommands(CLI::App& app, Program& program) {
   AddReset(app, program);
   AddFavorite(app, program);
   AddUnfavorite(app, program);
+  AddTidy(app, program);
 }
 
 // They take no arguments.

@@ -7,6 +7,7 @@
 #include <filesystem>
 
 #include "tests/support/household.h"
+#include "tests/support/plain_store.h"
 #include "tests/support/stored_bytes.h"
 #include "vetlo/registry/component_registry.h"
 #include "vetlo/surface/result_codes.h"
@@ -77,6 +78,8 @@ std::string ContentsOf(const std::string& path) {
 Home::Home(bool registered) : folder_(QuickFolder()) {
   vetlo::testing::WriteHouseholdOfEveryKind(folder_ / "home.qm");
   NameFavorite(folder_ / "home.qm");
+  fs::copy_file(folder_ / "home.qm", folder_ / "plain.qm");
+  vetlo::testing::DropIndexes(folder_ / "plain.qm");
   if (registered) {
     RegisterAnOlder(folder_ / ".local/share/vetlo/components.ini");
   }
@@ -84,10 +87,13 @@ Home::Home(bool registered) : folder_(QuickFolder()) {
 }
 
 std::vector<std::string> Home::Words(const std::vector<std::string>& words) const {
+  static const std::map<std::string, std::string> kFiles = {
+      {"STORE", "home.qm"}, {"PLAIN", "plain.qm"}, {"NEW", "new.qm"}};
   std::vector<std::string> named = words;
   for (std::string& word : named) {
-    if (word == "STORE" || word == "NEW") {
-      word = folder_ / (word == "STORE" ? "home.qm" : "new.qm");
+    const auto file = kFiles.find(word);
+    if (file != kFiles.end()) {
+      word = folder_ / file->second;
     }
   }
   return named;

@@ -8,8 +8,9 @@
 
 namespace sweeps {
 
-// The home of a user with a store, perhaps with the component registered as an older one, and with
-// all that a command could change. It lies in memory where there is a file system for that.
+// The home of a user with a store and another that lacks its indexes, perhaps with the component
+// registered as an older one, and with all that a command could change. It lies in memory where
+// there is a file system for that.
 class Home {
  public:
   explicit Home(bool registered);

@@ -195,14 +195,18 @@ void CreateIndexes(Connection& connection) {
   }
 }
 
-std::vector<IndexedColumn> ColumnsOfMissingIndexes(Connection& connection) {
+std::size_t CountMissingIndexes(Connection& connection) {
   std::set<std::string> missing;
   for (const Index& index : kIndexes) {
     missing.insert(std::string(index.name));
   }
   ForEachName(connection, "SELECT name FROM sqlite_schema WHERE type = 'index'",
               [&](const std::string& name) { missing.erase(name); });
-  if (missing.empty()) {
+  return missing.size();
+}
+
+std::vector<IndexedColumn> ColumnsOfMissingIndexes(Connection& connection) {
+  if (CountMissingIndexes(connection) == 0) {
     return {};
   }
   std::set<std::string> first_columns;

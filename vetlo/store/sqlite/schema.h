@@ -12,6 +12,8 @@ void CreateSchema(Connection& connection);
 
 // Makes the indexes that are not there yet. A store without them gives the same figures, slowly.
 void CreateIndexes(Connection& connection);
+// How many those are.
+std::size_t CountMissingIndexes(Connection& connection);
 
 // A column that one of our indexes begins with, and whether any index of a store does.
 struct IndexedColumn {

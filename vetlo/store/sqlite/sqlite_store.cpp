@@ -58,19 +58,37 @@ void MakeFile(const std::string& path) {
   close(file);
 }
 
-}  // namespace
-
-std::unique_ptr<Database> OpenStore(const std::string& path, StoreAccess access) {
+Connection OpenChecked(const std::string& path, StoreAccess access) {
   const std::string file = ResolvedFile(path);
   RequireSaneFilesBeside(file);
   Connection connection = Connection::OpenFile(file, access);
   CheckSchema(connection);
+  return connection;
+}
+
+}  // namespace
+
+std::unique_ptr<Database> OpenStore(const std::string& path, StoreAccess access) {
+  Connection connection = OpenChecked(path, access);
   std::unique_ptr<RowFinder> finder;
   if (const auto columns = ColumnsOfMissingIndexes(connection); !columns.empty()) {
     finder = std::make_unique<RowFinder>(connection.handle(), columns);
   }
   connection.RestrictToModel(access);
   return std::make_unique<SqliteDatabase>(std::move(connection), std::move(finder));
+}
+
+std::size_t MakeMissingIndexes(const std::string& path) {
+  Connection connection = OpenChecked(path, StoreAccess::kReadWrite);
+  if (CountMissingIndexes(connection) == 0) {
+    return 0;
+  }
+  connection.Execute("BEGIN IMMEDIATE");
+  // Somebody else may have made them meanwhile.
+  const std::size_t missing = CountMissingIndexes(connection);
+  CreateIndexes(connection);
+  connection.Execute("COMMIT");
+  return missing;
 }
 
 class StoreBuilder::Impl {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -20,6 +21,11 @@ enum class StoreAccess { kReadOnly, kReadWrite };
 // held when it was opened.
 // Fails with kStoreUnusable and a text for the user.
 std::unique_ptr<Database> OpenStore(const std::string& path, StoreAccess access);
+
+// Makes the indexes that a store lacks because another tool has written it, all of them or none,
+// and hands back how many those were. Without them it shows the same, but not as fast. Fails with
+// kStoreUnusable where the store cannot be opened or written.
+std::size_t MakeMissingIndexes(const std::string& path);
 
 // Fills a new store. Nothing is checked but the names of tables and columns: what is written is
 // what the store then holds.

@@ -18,11 +18,6 @@ std::string Described(const Plan& plan) {
          std::to_string(plan.n) + " fails" + (plan.from_then_on ? " from then on" : "");
 }
 
-// A file that has not taken its name. Where it cannot be removed it stays.
-bool IsInTheMaking(const std::string& name) {
-  return name.find("quillmarsh-making-") != std::string::npos;
-}
-
 // The files that are not as they were, a line each.
 std::string Differences(const Home::Contents& before, const Home::Contents& after) {
   std::string lines;
@@ -64,7 +59,7 @@ class CallSweep : public testing::TestWithParam<SweptCommand> {
     const Ending ending = IsMute(plan, run) ? Ending::kTold : EndingOf(run, sound_);
     tally_.Count(ending);
     EXPECT_TRUE(ending != Ending::kWrong) << "status " << run.status << "\n" << run.out << run.err;
-    CheckHome(plan, run);
+    CheckHome(run);
     home_.Restore();
   }
 
@@ -74,11 +69,8 @@ class CallSweep : public testing::TestWithParam<SweptCommand> {
   }
 
   // What ended well is done; what did not is done or not, and nothing between.
-  void CheckHome(const Plan& plan, const ServedRun& run) {
-    Home::Contents found = home_.Look();
-    if (plan.call == Call::kUnlink) {
-      std::erase_if(found, [](const auto& file) { return IsInTheMaking(file.first); });
-    }
+  void CheckHome(const ServedRun& run) {
+    const Home::Contents found = home_.Look();
     const bool is_new = found == new_;
     EXPECT_TRUE(run.status == sound_.status ? is_new : is_new || found == old_)
         << "status " << run.status << "\n"

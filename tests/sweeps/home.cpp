@@ -99,6 +99,7 @@ std::vector<std::string> Home::Words(const std::vector<std::string>& words) cons
   return named;
 }
 
+// Where the program's clock stands, it is tomorrow already in that zone.
 std::vector<std::string> Home::Settings() const {
   std::vector<std::string> settings = {"HOME=" + folder_.path(), "LC_ALL=de_DE.UTF-8",
                                        "TZ=Pacific/Kiritimati"};

@@ -15,7 +15,7 @@ const std::vector<SweptCommand>& SweptCommands() {
       {"List", {"list", "STORE"}, true},
       {"ShowReport", {"show", "STORE", "5", "--today", "2026-03-20"}, true},
       {"ShowChart", {"show", "STORE", "106", "--today", "2026-03-20"}},
-      {"ShowClock", {"show", "STORE", "1"}},
+      {"ReportOfToday", {"report", "STORE", "5", "--range", "up-to-today"}},
       {"ShowOfAPlainStore", {"show", "PLAIN", "1", "--today", "2026-03-20"}},
       {"ShowYields", {"show", "STORE", "39", "--today", "2026-03-20"}},
       {"Report",

@@ -13,6 +13,7 @@
 #include <cerrno>
 #include <cstdarg>
 #include <cstdio>
+#include <ctime>
 
 #include "tests/sweeps/preload/plan.h"
 
@@ -212,6 +213,14 @@ int fcntl64(int file, int command, ...) {
 }
 int flock(int file, int operation) noexcept {
   return Does<&flock>(Call::kLock, "flock", -1, file, operation);
+}
+
+time_t time(time_t* now) noexcept {
+  const time_t answer = sweeps::outcome == nullptr ? Next<&time>("time")(nullptr) : sweeps::kNow;
+  if (now != nullptr) {
+    *now = answer;
+  }
+  return answer;
 }
 
 // What a program asks about files without opening them.

@@ -11,6 +11,7 @@ export BEANCOUNT_DISABLE_LOAD_CACHE=1
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 quillmarsh=$root/build/release/bin/quillmarsh
 journal_export=$root/build/release/bin/journal_export
+plain_copy=$root/build/release/bin/plain_copy
 place=$root/build/bench/peers
 rounds=3
 
@@ -18,8 +19,9 @@ usage() {
   cat <<'TEXT'
 usage: bench/against_peers.sh [TRANSACTIONS] [YEARS]
   Compares quillmarsh with hledger, ledger and beancount, those of them that are installed, on a
-  sample household (default: 100000 transactions in 40 years). Needs the release build of the
-  targets quillmarsh and journal_export.
+  sample household (default: 100000 transactions in 40 years); quillmarsh is asked twice, the second
+  time with a copy of the store that has no indexes ("plain"). Needs the release build of the targets
+  quillmarsh, plain_copy and journal_export.
 TEXT
 }
 
@@ -64,6 +66,11 @@ ask_quillmarsh() {
     range=(--range custom-dates --from "${first[$1]}" --to "${last[$1]}")
   fi
   "$quillmarsh" report "$store" 4 "${range[@]}"
+}
+
+ask_plain() {
+  local store=$plain_store
+  ask_quillmarsh "$1"
 }
 
 ask_hledger() {
@@ -240,8 +247,8 @@ read_peer_flows() { # read_peer_flows PEER ANSWER
 read_answer() { # read_answer PROGRAM QUESTION
   local answer=$place/$1-$2.answer
   case $1-$2 in
-    quillmarsh-balances) read_quillmarsh_balances "$answer" ;;
-    quillmarsh-*) read_quillmarsh_flows "$answer" "$2" ;;
+    quillmarsh-balances | plain-balances) read_quillmarsh_balances "$answer" ;;
+    quillmarsh-* | plain-*) read_quillmarsh_flows "$answer" "$2" ;;
     *-balances) read_peer_balances "$1" "$answer" ;;
     *) read_peer_flows "$1" "$answer" ;;
   esac | LC_ALL=C sort
@@ -270,7 +277,7 @@ if [[ ${#peers[@]} -eq 0 ]]; then
   echo "No peer is installed: hledger, ledger and beancount are what quillmarsh is held against."
   exit 0
 fi
-for program in "$quillmarsh" "$journal_export"; do
+for program in "$quillmarsh" "$plain_copy" "$journal_export"; do
   if [[ ! -x $program ]]; then
     echo "Missing: ${program#"$root"/}; build it first." >&2
     exit 2
@@ -280,14 +287,16 @@ done
 mkdir -p "$place"
 rm -f "$place"/*.answer "$place"/*.times "$place"/*.figures
 store=$place/household-$transactions-$years.qm
+plain_store=${store%.qm}-plain.qm
 journal=${store%.qm}.journal
 beancount_journal=${store%.qm}.beancount
 "$quillmarsh" sample "$store" --transactions "$transactions" --years "$years" --until "$last_day" \
   --seed 1 --force >/dev/null
+"$plain_copy" "$store" "$plain_store"
 "$journal_export" "$store" >"$journal"
 "$journal_export" "$store" --format beancount >"$beancount_journal"
 
-programs=(quillmarsh "${peers[@]}")
+programs=(quillmarsh plain "${peers[@]}")
 for ((round = 0; round < rounds; ++round)); do
   for question in "${questions[@]}"; do
     for program in "${programs[@]}"; do

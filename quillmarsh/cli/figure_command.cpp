@@ -281,6 +281,7 @@ void FigureCommand(const FigureArguments& arguments, std::ostream& out) {
     }
   }
   if (kept) {
+    vetlo::TellOfPassedByValues(*store, *kept);
     RequireWhole(*kept);
   }
 }

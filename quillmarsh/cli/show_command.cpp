@@ -61,6 +61,7 @@ void Draw(vetlo::Database& store, vetlo::Recordset& rows, std::int32_t row,
                     FailureLine(failure.number(), failure.what()));
     throw LeftOut(std::move(lines));
   }
+  vetlo::TellOfPassedByValues(store, kept);
   const bool failed = !kept.Failures().empty();
   if (!failed && !chart.Visible() && !report.Visible()) {
     throw UserError("the row asks for neither a report nor a chart");

@@ -113,6 +113,7 @@ void TraceCommand(const TraceArguments& arguments, std::ostream& out) {
   trace.TakeEvents(log);
   trace.Add(last);
   out << trace.text();
+  vetlo::TellOfPassedByValues(*store, kept);
   RequireWhole(kept);
 }
 

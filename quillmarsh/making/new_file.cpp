@@ -224,6 +224,9 @@ void RequireNameOfAFile(const std::string& name) {
   if (error == 0 && S_ISDIR(facts.st_mode)) {
     throw FileError("it is a folder");
   }
+  if (error == 0 && !S_ISREG(facts.st_mode)) {
+    throw FileError("it is no regular file; name another");
+  }
   if (error == ENAMETOOLONG || fs::path(name).filename().empty() ||
       name.find('\0') != std::string::npos) {
     throw FileError("this is no name of a file");

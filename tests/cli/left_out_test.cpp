@@ -99,6 +99,23 @@ TEST_F(LeftOutTest, ADamagedRowKeepsNobodyFromAnother) {
   EXPECT_EQ(run.status, 0) << run.err;
 }
 
+TEST_F(LeftOutTest, AValueThatEveryConditionPassesByIsToldToo) {
+  for (const std::string damage :
+       {"TransactionDate = '2026-01-31'", "AccountNumber = 'x'", "PayeeNumber = 5000000000"}) {
+    Damage("UPDATE TransactionRecord SET " + damage + " WHERE TransactionRecordNumber = 1");
+    const std::string column = damage.substr(0, damage.find(' '));
+    for (const std::vector<std::string>& words :
+         {std::vector<std::string>{"figure", store_, "TotalAssets"},
+          {"show", store_, "5", "--today", "2026-03-20"},
+          {"trace", store_, "5", "--today", "2026-03-20"}}) {
+      const ProgramRun run = Quill(words);
+      EXPECT_EQ(run.status, 1) << words[0] << " " << damage;
+      EXPECT_THAT(run.err, HasSubstr("TransactionRecord." + column + ", row 1; mend it"));
+    }
+    Damage("UPDATE TransactionRecord SET " + column + " = 1 WHERE TransactionRecordNumber = 1");
+  }
+}
+
 struct OutOfCalendar {
   const char* name;
   std::vector<std::string> words;

@@ -106,7 +106,7 @@ struct VariantToStored {
 // What the engine is asked to do while it prepares a statement: is it reading the tables of the
 // model, or writing a settings row where that is allowed?
 bool IsAllowed(int action, const char* first, const char* second, bool writable) {
-  constexpr std::array<std::string_view, 4> kFunctions = {"sum", "min", "max", "count"};
+  constexpr std::array<std::string_view, 5> kFunctions = {"sum", "min", "max", "count", "typeof"};
   switch (action) {
     case SQLITE_SELECT:
     case SQLITE_TRANSACTION:

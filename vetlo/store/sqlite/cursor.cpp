@@ -22,6 +22,11 @@ ColumnSet Bit(std::size_t column) { return ColumnSet{1} << column; }
 
 }  // namespace
 
+std::string PlaceText(const Table& table, const Column& column, std::int64_t rowid) {
+  return std::string(table.name) + "." + std::string(column.name) + ", row " +
+         std::to_string(rowid);
+}
+
 PreparedSelect::PreparedSelect(sqlite3* handle, const SelectPlan& plan, ColumnSet wanted,
                                Direction wanted_direction, RowsFrom taken_from)
     : statement(handle, SelectSql(plan, wanted, wanted_direction, taken_from)),
@@ -131,8 +136,7 @@ std::string Shape::PlaceOf(std::size_t column, std::int64_t rowid) const {
   if (!plan_.IsPlain()) {
     return place.name;
   }
-  return std::string(plan_.sources[place.source].table->name) + "." +
-         std::string(place.column->name) + ", row " + std::to_string(rowid);
+  return PlaceText(*plan_.sources[place.source].table, *place.column, rowid);
 }
 
 bool Cursor::OnRow() {

@@ -16,6 +16,9 @@
 
 namespace vetlo {
 
+// "Account.Balance, row 3".
+std::string PlaceText(const Table& table, const Column& column, std::int64_t rowid);
+
 // A statement for one set of columns of a plan.
 struct PreparedSelect {
   PreparedSelect(sqlite3* handle, const SelectPlan& plan, ColumnSet columns, Direction direction,

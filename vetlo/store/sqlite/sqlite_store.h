@@ -27,6 +27,13 @@ std::unique_ptr<Database> OpenStore(const std::string& path, StoreAccess access)
 // kStoreUnusable where the store cannot be opened or written.
 std::size_t MakeMissingIndexes(const std::string& path);
 
+// A condition passes by a row whose value is none of its column's type, such as a day written as a
+// text, and nothing fails by that. This looks for such values in the columns that conditions ask
+// for (numbers and dates; the settings rows aside) and tells the listener of each, a few dozen at
+// most. It walks over the tables once. The store is one of OpenStore, or a wrapper's inner one; of
+// any other nothing is known.
+void TellOfPassedByValues(Database& store, FailureListener& listener);
+
 // Fills a new store. Nothing is checked but the names of tables and columns: what is written is
 // what the store then holds.
 class StoreBuilder {

@@ -184,6 +184,17 @@ TEST_F(DayOfTheBalance, MayBeTheLastOfTheSentinels) {
   EXPECT_EQ(BalanceOf(*store_, 1, Services().LatestDate()), Money(111));
 }
 
+// No day follows it.
+TEST_F(DayOfTheBalance, MayBeTheLastOfTheCalendar) {
+  const auto store =
+      SmallStore()
+          .Account(1, "a", kCashAccount)
+          .Transaction({.date = Date{Day(9999, 12, 31).days + 0.5}, .total = 7, .account = 1})
+          .Open();
+  EXPECT_EQ(BalanceOf(*store, 1, Day(9999, 12, 31)), Money(7));
+  EXPECT_EQ(BalanceOf(*store, 1, Day(9999, 12, 30)), Money(0));
+}
+
 TEST_F(DayOfTheBalance, CountsItsLastFractionOfASecond) {
   const auto store =
       SmallStore()

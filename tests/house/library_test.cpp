@@ -17,7 +17,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Not;
 
-#ifdef __SANITIZE_ADDRESS__
+#ifdef BUILT_WITH_SANITIZERS
 constexpr bool kSanitized = true;
 #else
 constexpr bool kSanitized = false;

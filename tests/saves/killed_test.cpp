@@ -293,6 +293,11 @@ TEST_F(SaveKilledAtEveryChange, LeavesTheOldRowAlsoWhereItsUndoingIsKilled) {
 class SaveKilledByATimer : public KilledSave {
  protected:
   static constexpr int kMostMicroseconds = 999'999;
+#if defined(__SANITIZE_ADDRESS__)
+  static constexpr int kRuns = 20;  // each of them takes its time
+#else
+  static constexpr int kRuns = 160;
+#endif
 
   void KillAfter(int microseconds) {
     const Words words = now_.row == long_.row ? ShortRow(store_) : LongRow(store_);
@@ -314,7 +319,7 @@ TEST_F(SaveKilledByATimer, LeavesTheOldRowOrTheNewOne) {
   TakeTurns(ReadStoredBytes(store_, kRow), long_row);
   std::mt19937 dice(20260321);
   int longest = 1000;
-  while ((kills_ < 160 || old_ == 0 || new_ == 0) && !HasFatalFailure()) {
+  while ((kills_ < kRuns || old_ == 0 || new_ == 0) && !HasFatalFailure()) {
     const int old_before = old_;
     KillAfter(std::uniform_int_distribution(1, longest)(dice));
     longest = old_ > old_before ? std::min(longest + longest / 4, kMostMicroseconds)

@@ -293,7 +293,7 @@ TEST_F(SaveKilledAtEveryChange, LeavesTheOldRowAlsoWhereItsUndoingIsKilled) {
 class SaveKilledByATimer : public KilledSave {
  protected:
   static constexpr int kMostMicroseconds = 999'999;
-#if defined(__SANITIZE_ADDRESS__)
+#ifdef BUILT_WITH_SANITIZERS
   static constexpr int kRuns = 20;  // each of them takes its time
 #else
   static constexpr int kRuns = 160;
